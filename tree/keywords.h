@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+
+/// The tree's statement and the shortening of keyword texts. Pure functions.
+namespace keywords {
+
+/// Topic and keywords of every node, from the keyword table that belongs to an assignment table.
+QString query(const QString& sSOMTable);
+
+/// The first keywords of a text with one keyword a line, separated by ", ". With three line feeds or more
+/// these are the first three; with two all three, with one only the first, with none the whole text.
+QString shortened(QString sKeywords);
+
+} // namespace keywords

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CUserInterfaceThread.h"
+
+#include "CAnswer.h"
+#include "exitguard.h"
+#include "mirta_qtutils.h"
+
+#include "browser/CNodeBrowser.h"
+#include "data/somconnection.h"
+
+#include <QApplication>
+#include <QPointer>
+
+#include <chrono>
+#include <csignal>
+#include <pthread.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr auto LongestTakeDown = std::chrono::seconds(5);
+
+QString fromHost(const std::string& sText)
+{
+    return QString::fromLocal8Bit(sText.c_str());
+}
+
+void stopAtExit()
+{
+    CUserInterfaceThread::instance().stop();
+}
+
+void renewExitGuard()
+{
+    exitguard::renew(stopAtExit);
+}
+
+void deleteRemainingWindows()
+{
+    QList<QPointer<QWidget>> lWindows;
+    for (QWidget* pWindow : QApplication::topLevelWidgets())
+        lWindows.append(pWindow);
+    for (const QPointer<QWidget>& pWindow : lWindows)
+        delete pWindow.data();
+}
+
+} // namespace
+
+CUserInterfaceThread& CUserInterfaceThread::instance()
+{
+    static auto* pInstance = new CUserInterfaceThread;
+    return *pInstance;
+}
+
+CNodeBrowser* CUserInterfaceThread::construct(const BrowserSettings& oNewSettings)
+{
+    exitguard::guardMainThread(stopAtExit);
+    pNewBrowser = nullptr;
+    oHandover.open();
+    oHandover.ask([&] {
+        const std::lock_guard<std::mutex> lock(oStateMutex);
+        oSettings = oNewSettings;
+        bWanted = !bStopping && start();
+        oStateChanged.notify_all();
+        return bWanted;
+    });
+    if (pNewBrowser == nullptr)
+        oHandover.close();
+    else
+        oCommandPost.open(pNewBrowser);
+    return pNewBrowser;
+}
+
+// The thread starts with all signals blocked, so that the host's handlers run in the host's threads.
+bool CUserInterfaceThread::start()
+{
+    if (bStarted)
+        return true;
+    sigset_t oAll;
+    sigset_t oBefore;
+    sigfillset(&oAll);
+    pthread_sigmask(SIG_SETMASK, &oAll, &oBefore);
+    const auto body = [](void* pThis) -> void* {
+        static_cast<CUserInterfaceThread*>(pThis)->run();
+        return nullptr;
+    };
+    bStarted = pthread_create(&oThread, nullptr, body, this) == 0;
+    iProcess = getpid();
+    pthread_sigmask(SIG_SETMASK, &oBefore, nullptr);
+    return bStarted;
+}
+
+void CUserInterfaceThread::run()
+{
+    while (waitForWork())
+        nodeBrowser_thread(nullptr);
+    takeDown();
+    // Deliberate: the thread must not return. Qt frees the data of the thread that made the application once
+    // when that thread ends and once more at process exit. Test: tst_module, aHostThatExitsKeepsItsExitCode.
+    for (;;)
+        pause();
+}
+
+bool CUserInterfaceThread::waitForWork()
+{
+    std::unique_lock<std::mutex> lock(oStateMutex);
+    oStateChanged.wait(lock, [this] { return bWanted || bStopping; });
+    bWanted = false;
+    return !bStopping;
+}
+
+void CUserInterfaceThread::runBrowser()
+{
+    const bool bMade = makeBrowser();
+    renewExitGuard();
+    CAnswer(oHandover.flag(), oHandover.mutex(), oHandover.condition()).give([] {});
+    if (!bMade)
+        return;
+    QCoreApplication::exec();
+    pBrowser->hide();
+    renewExitGuard();
+}
+
+bool CUserInterfaceThread::makeBrowser()
+{
+    deleteBrowser();
+    if (!CNodeBrowser::oOmbrelWin.create(renewExitGuard))
+        return false;
+    BrowserSettings oWanted;
+    {
+        const std::lock_guard<std::mutex> lock(oStateMutex);
+        oWanted = oSettings;
+        bLoopAlive = true;
+    }
+    pBrowser = new CNodeBrowser(fromHost(oWanted.sHost), fromHost(oWanted.sUser), fromHost(oWanted.sPassword),
+        fromHost(oWanted.sSOMDatabase), fromHost(oWanted.sSourceDatabase), oHandover.flag(),
+        oHandover.mutex(), oHandover.condition(), nullptr, "NodeBrowser");
+    pBrowser->setSOMTable(oWanted.sSOMTable ? fromHost(*oWanted.sSOMTable) : QString());
+    pBrowser->setSourceTable(QStringLiteral("document"));
+    pNewBrowser = pBrowser;
+    const std::lock_guard<std::mutex> lock(oStateMutex);
+    return !bStopping;
+}
+
+// The connection goes after the window whose table and tree hold copies of it.
+void CUserInterfaceThread::deleteBrowser()
+{
+    if (pBrowser == nullptr)
+        return;
+    delete pBrowser;
+    pBrowser = nullptr;
+    somconnection::remove();
+}
+
+void CUserInterfaceThread::takeDown()
+{
+    {
+        const std::lock_guard<std::mutex> lock(oStateMutex);
+        bLoopAlive = false;
+    }
+    deleteBrowser();
+    deleteRemainingWindows();
+    CNodeBrowser::oOmbrelWin.destroy();
+    oHandover.abandon();
+    const std::lock_guard<std::mutex> lock(oStateMutex);
+    bFinished = true;
+    oStateChanged.notify_all();
+}
+
+void CUserInterfaceThread::stop()
+{
+    if (iProcess != getpid())
+        return;
+    oCommandPost.close();
+    oHandover.close();
+    std::unique_lock<std::mutex> lock(oStateMutex);
+    bStopping = true;
+    oStateChanged.notify_all();
+    endLoop();
+    if (!pthread_equal(pthread_self(), oThread))
+        oStateChanged.wait_for(lock, LongestTakeDown, [this] { return bFinished; });
+}
+
+// By event: an exit asked for before the loop has started would be lost.
+void CUserInterfaceThread::endLoop()
+{
+    if (bLoopAlive)
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+}

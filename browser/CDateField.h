@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDateTimeEdit>
+
+/// A date field that has no date until somebody sets one. [ui-thread]
+class CDateField : public QDateTimeEdit
+{
+    Q_OBJECT
+
+public:
+    explicit CDateField(QWidget* pParent = nullptr);
+
+    /// The date and local time shown; null as long as nobody has changed the field.
+    QDateTime chosen() const { return bTouched ? dateTime() : QDateTime(); }
+
+private:
+    bool bTouched = false;
+};

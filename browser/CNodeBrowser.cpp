@@ -1,0 +1,335 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CNodeBrowser.h"
+
+#include "CDateField.h"
+#include "binding/CCommandEvent.h"
+#include "binding/commands.h"
+#include "table/CTable.h"
+#include "tree/CListView.h"
+#include "viewer/CEdit.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QSplitter>
+#include <QSqlRecord>
+#include <QTextEdit>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr QSize LeastSize(732, 800);
+constexpr int HandleWidth = 5;
+constexpr int GroupMargin = 11;
+constexpr int GroupSpacing = 5;
+constexpr int FirstTreeWidth = 340;
+
+template <typename Layout> Layout* makeGroupLayout(QGroupBox& oGroup)
+{
+    auto* pLayout = new Layout(&oGroup);
+    pLayout->setContentsMargins(GroupMargin, GroupMargin, GroupMargin, GroupMargin);
+    pLayout->setSpacing(GroupSpacing);
+    return pLayout;
+}
+
+QSplitter* makeSplitter(Qt::Orientation eOrientation, QWidget* pParent)
+{
+    auto* pSplitter = new QSplitter(eOrientation, pParent);
+    pSplitter->setHandleWidth(HandleWidth);
+    pSplitter->setOpaqueResize(false);
+    return pSplitter;
+}
+
+} // namespace
+
+CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString somDatabase,
+    QString sourceDatabase, int* piThreadFlag, pthread_mutex_t* pFlagMutex, pthread_cond_t* pCond,
+    QWidget* parent, const char* name)
+    : QFrame(parent)
+    , oMenus(this)
+{
+    setObjectName(QLatin1String(name));
+    setMinimumSize(LeastSize);
+    move(0, 0);
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->setSpacing(0);
+    makePanes([&](QWidget* pGroup) {
+        return new CTable(host, user, password, somDatabase, sourceDatabase, piThreadFlag, pFlagMutex, pCond,
+            pGroup, "table");
+    });
+    pLayout->addWidget(pPanes);
+    makeMenus(*pLayout);
+    connectParts();
+}
+
+void CNodeBrowser::makePanes(const std::function<CTable*(QWidget*)>& makeTable)
+{
+    pPanes = makeSplitter(Qt::Horizontal, this);
+    pListView = new CListView(pPanes, "ListView");
+    auto* pRightSide = makeSplitter(Qt::Vertical, pPanes);
+    pRightSide->setObjectName(QStringLiteral("RightSide"));
+    pPanes->setStretchFactor(1, 1); // a wider window is for the documents
+
+    auto* pTableGroup = new QGroupBox(pRightSide);
+    pTableGroup->setObjectName(QStringLiteral("TableGroup"));
+    pTableGroup->resize(100, 400);
+    pTable = makeTable(pTableGroup);
+    makeGroupLayout<QVBoxLayout>(*pTableGroup)->addWidget(pTable);
+    pRightSide->addWidget(makeTextGroup());
+    pRightSide->setSizes({480, 320}); // in proportion
+}
+
+QWidget* CNodeBrowser::makeTextGroup()
+{
+    auto* pGroup = new QGroupBox;
+    pGroup->setObjectName(QStringLiteral("EditorGroup"));
+    auto* pLayout = makeGroupLayout<QVBoxLayout>(*pGroup);
+    pTextEdit = new QTextEdit(pGroup);
+    pTextEdit->setObjectName(QStringLiteral("texteditor"));
+    pTextEdit->setReadOnly(true);
+    showText(QStringLiteral("no article selected"));
+    pLayout->addWidget(pTextEdit, 1);
+    pLayout->addWidget(makeDateGroup());
+    return pGroup;
+}
+
+QWidget* CNodeBrowser::makeDateGroup()
+{
+    auto* pGroup = new QGroupBox(QStringLiteral("Date Selection"));
+    pGroup->setObjectName(QStringLiteral("DateEditGroup"));
+    auto* pLayout = makeGroupLayout<QHBoxLayout>(*pGroup);
+    pCheckDate = new QCheckBox(QStringLiteral("select by date"), pGroup);
+    pCheckDate->setObjectName(QStringLiteral("checkdate"));
+    pDateEdit = new CDateField(pGroup);
+    pDateEdit->setObjectName(QStringLiteral("dateedit"));
+    pLayout->addWidget(pCheckDate, 1);
+    pLayout->addWidget(pDateEdit, 1);
+    return pGroup;
+}
+
+void CNodeBrowser::makeMenus(QBoxLayout& oLayout)
+{
+    auto* pMenuBar = new QMenuBar(this);
+    pMenuBar->setObjectName(QStringLiteral("mainBar"));
+    oLayout.setMenuBar(pMenuBar);
+    auto* pFileMenu = new QMenu(QStringLiteral("&File"), this);
+    pFileMenu->setObjectName(QStringLiteral("MenuFile"));
+    pFileMenu->addAction(QStringLiteral("&Quit"), this, &QWidget::hide);
+    updateMenu();
+    pMenuBar->addMenu(pFileMenu);
+    oMenus.insertInto(*pMenuBar);
+}
+
+void CNodeBrowser::connectParts()
+{
+    connect(pTable, qOverload<QSqlRecord*>(&CDataTable::currentChanged), this, &CNodeBrowser::setText);
+    connect(pTable, qOverload<int, int, int, const QPoint&>(&CDataTable::doubleClicked), this,
+        &CNodeBrowser::openFullView);
+    connect(pListView, &QTreeWidget::currentItemChanged, this,
+        qOverload<QTreeWidgetItem*>(&CNodeBrowser::selection));
+    connect(pDateEdit, &QDateTimeEdit::dateTimeChanged, this, &CNodeBrowser::dateChanged);
+    connect(pCheckDate, &QCheckBox::toggled, this, &CNodeBrowser::checkBoxChanged);
+}
+
+void CNodeBrowser::customEvent(QEvent* pEvent)
+{
+    const auto* pCommand = dynamic_cast<const CCommandEvent*>(pEvent);
+    const int iCommand = pEvent->type();
+    if (pCommand == nullptr || iCommand < commands::Select || iCommand > commands::HideTable)
+        qDebug("CNodeBrowser: Warning! Caught unknown event\n");
+    else
+        handle(iCommand, *pCommand);
+}
+
+void CNodeBrowser::handle(int iCommand, const CCommandEvent& oEvent)
+{
+    switch (iCommand) {
+    case commands::Select:
+        selectForHost(*oEvent.payload<int>());
+        break;
+    case commands::SetSOMTable:
+        qDebug("CNodeBrowser: Changed Table to %s", oEvent.payload<char>());
+        setSOMTable(QString::fromLocal8Bit(oEvent.payload<char>()));
+        break;
+    case commands::Terminate:
+        qDebug("Terminating QApplication");
+        QCoreApplication::exit(0); // quit() would close windows first, and one of them could refuse
+        break;
+    case commands::FillDate:
+        pTable->fillDate(oEvent.payload<int>());
+        break;
+    case commands::SetRowColors:
+        pTable->setRowColors(oEvent.payload<float>());
+        break;
+    case commands::MarkRow:
+        pTable->markRow(oEvent.payload<MarkRequest>()->pcDate, oEvent.payload<MarkRequest>()->iTimeFrame);
+        break;
+    case commands::Show:
+        showAgain();
+        break;
+    case commands::GetNumRows:
+        pTable->getNumRows(oEvent.payload<int>());
+        break;
+    case commands::GetFirstDateInFrame:
+        pTable->getFirstDateInFrame(oEvent.payload<int>());
+        break;
+    case commands::GetFirstDateInSelection:
+        pTable->getFirstDateInSelection(oEvent.payload<char>());
+        break;
+    case commands::PassNodeHierarchy:
+        fillTree(oEvent.payload<const std::vector<std::vector<int>>>());
+        break;
+    case commands::HideTable:
+        findChild<QWidget*>(QStringLiteral("RightSide"))->hide();
+        break;
+    default:
+        Q_UNREACHABLE();
+    }
+}
+
+void CNodeBrowser::selectForHost(int iNode)
+{
+    const QScopedValueRollback<bool> hostSelects(bHostSelect, true);
+    selection(iNode);
+    if (pListView->maximumWidth() != 0)
+        markTreeItem(iNode);
+}
+
+// A node that the tree doesn't have leaves nothing current.
+void CNodeBrowser::markTreeItem(int iNode)
+{
+    const auto lItems = pListView->findItems(
+        QString::number(iNode), Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive, 0);
+    QTreeWidgetItem* pItem = lItems.value(0);
+    pListView->setCurrentItem(pItem);
+    pListView->scrollToItem(pItem);
+}
+
+void CNodeBrowser::fillTree(const std::vector<std::vector<int>>* pvviNodes)
+{
+    const bool bFirst = pListView->maximumWidth() == 0;
+    pListView->fillList(pvviNodes, pTable->somTable());
+    if (bFirst)
+        pPanes->setSizes({FirstTreeWidth, width() - FirstTreeWidth - HandleWidth});
+}
+
+void CNodeBrowser::showAgain()
+{
+    move(iPosX, iPosY);
+    resize(iWidth, iHeight);
+    show();
+    raise();
+}
+
+void CNodeBrowser::setSOMTable(QString sName)
+{
+    pTable->setSOMTable(sName);
+    updateMenu();
+    pListView->pSOMDB = pTable->somDatabase();
+}
+
+void CNodeBrowser::setSourceTable(QString sName)
+{
+    pTable->setSourceTable(sName);
+    if (!oMenus.isEmpty())
+        return;
+    pTable->setSOMTable(pTable->somTable());
+    updateMenu();
+}
+
+void CNodeBrowser::updateMenu()
+{
+    const auto show = [this](int iColumn) {
+        pTable->changeColumn(iColumn);
+        toggleShowItem(iColumn);
+    };
+    const auto sort = [this](int iColumn) {
+        pTable->changeSort(iColumn);
+        toggleSortItem(iColumn);
+    };
+    oMenus.rebuild(pTable->columns(), show, sort);
+}
+
+void CNodeBrowser::toggleShowItem(int id)
+{
+    oMenus.toggleShow(id);
+}
+
+void CNodeBrowser::toggleSortItem(int id)
+{
+    oMenus.markSort(id);
+}
+
+void CNodeBrowser::selectByDate()
+{
+    QDateTime oChosen = pDateEdit->chosen();
+    pTable->dateSelection(&oChosen, pCheckDate->isChecked());
+}
+
+void CNodeBrowser::checkBoxChanged(bool /*bChecked*/)
+{
+    selectByDate();
+}
+
+void CNodeBrowser::dateChanged(const QDateTime& /*oDateTime*/)
+{
+    if (!bHostSelect)
+        selectByDate();
+}
+
+void CNodeBrowser::selection(int iNode)
+{
+    pTable->selection(iNode);
+}
+
+void CNodeBrowser::selection(QTreeWidgetItem* pItem)
+{
+    if (!bHostSelect && pItem != nullptr)
+        selection(pItem->text(0).toInt());
+}
+
+void CNodeBrowser::setText(QSqlRecord* pRecord)
+{
+    const QString sField = QStringLiteral("text");
+    const bool bHasText = pRecord != nullptr && pRecord->contains(sField);
+    showText(bHasText ? pRecord->value(sField).toString() : QStringLiteral("no text available"));
+}
+
+// Remembered, because the panel gives rich text back without its markup.
+void CNodeBrowser::showText(const QString& sText)
+{
+    sPanelText = sText;
+    // Without this, plain text would take over the format at the cursor of the rich text before it.
+    pTextEdit->document()->clear();
+    pTextEdit->setText(sText);
+}
+
+// Deliberate: the viewer is never deleted; closing hides it. Test: tst_nodebrowser,
+// everyDoubleClickOpensAFurtherViewer.
+void CNodeBrowser::openFullView(int /*row*/, int /*col*/, int /*button*/, const QPoint& /*pos*/)
+{
+    auto* pViewer = new CEdit;
+    pViewer->setText(sPanelText);
+    pViewer->show();
+}
+
+void CNodeBrowser::resizeEvent(QResizeEvent* pEvent)
+{
+    iWidth = pEvent->size().width();
+    iHeight = pEvent->size().height();
+}
+
+// Not the event's position, which leaves out the window manager's frame, while move() counts it.
+void CNodeBrowser::moveEvent(QMoveEvent* /*pEvent*/)
+{
+    iPosX = pos().x();
+    iPosY = pos().y();
+}

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "COmbrelWin.h"
+
+#include "CSurroundings.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <memory>
+
+#include <xcb/xcb.h>
+
+namespace {
+
+/// Calls a function after every event.
+class CApplication : public QApplication
+{
+public:
+    CApplication(int& iArguments, char** apcArguments, void (*pfAfter)())
+        : QApplication(iArguments, apcArguments)
+        , pfAfterEvent(pfAfter)
+    {
+    }
+
+    bool notify(QObject* pReceiver, QEvent* pEvent) override
+    {
+        const bool bResult = QApplication::notify(pReceiver, pEvent);
+        pfAfterEvent();
+        return bResult;
+    }
+
+private:
+    void (*pfAfterEvent)();
+};
+
+using XConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+bool needsXDisplay()
+{
+    return !qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qgetenv("QT_QPA_PLATFORM").startsWith("xcb");
+}
+
+} // namespace
+
+bool COmbrelWin::create(void (*afterEvent)())
+{
+    if (pApplication != nullptr)
+        return true;
+    if (QCoreApplication::instance() != nullptr) {
+        std::fputs("qtutils: the host has an application object of its own\n", stderr);
+        return false;
+    }
+    // Asked before Qt, which aborts the process when there is no display. The connection is kept until Qt has
+    // its own: some servers start anew when their last client leaves.
+    const XConnection oConnection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
+    if (needsXDisplay() && xcb_connection_has_error(oConnection.get()) != 0) {
+        std::fputs("qtutils: the display cannot be opened\n", stderr);
+        return false;
+    }
+    // Qt keeps references to both for its whole life.
+    static char acName[] = "Ombrel";
+    static char* apcArguments[] = {acName, nullptr};
+    static int iArguments = 1;
+    const CSurroundings surroundings;
+    pApplication = new CApplication(iArguments, apcArguments, afterEvent);
+    QApplication::setQuitOnLastWindowClosed(false);
+    return true;
+}
+
+void COmbrelWin::destroy()
+{
+    delete pApplication;
+    pApplication = nullptr;
+}

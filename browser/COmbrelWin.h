@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+class QApplication;
+
+/// Holder of the application object. Empty at load: Qt ties the object to the thread that makes it.
+class COmbrelWin
+{
+public:
+    constexpr COmbrelWin() = default;
+    COmbrelWin(const COmbrelWin&) = delete;
+    COmbrelWin& operator=(const COmbrelWin&) = delete;
+
+    /// Makes the application object (arguments { "Ombrel" }) unless there is one of ours. `afterEvent` is
+    /// called after every event that was handled. Leaves locale and environment of the process as they were.
+    /// False, with one line on standard error, when there is no display or the process has an application
+    /// object of its own. [ui-thread]
+    bool create(void (*afterEvent)());
+
+    /// Deletes the application object; all windows must be gone. [ui-thread]
+    void destroy();
+
+private:
+    QApplication* pApplication = nullptr;
+};

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// An X server of the test's own, with a window manager if wanted. Sets DISPLAY of the process. Ends with the
+/// object, or with the test program. Make it before the application object.
+class CPrivateDisplay
+{
+public:
+    enum class Manager
+    {
+        None,
+        Running
+    };
+
+    /// Starts the server and waits until it takes clients; ends the program with a message if it can't be
+    /// started.
+    explicit CPrivateDisplay(Manager eManager = Manager::None);
+    ~CPrivateDisplay();
+    CPrivateDisplay(const CPrivateDisplay&) = delete;
+    CPrivateDisplay& operator=(const CPrivateDisplay&) = delete;
+
+    /// The display's name, such as ":5".
+    QByteArray name() const { return oName; }
+
+private:
+    void startManager();
+
+    QTemporaryDir oFolder;
+    QProcess oServer;
+    QProcess oManager;
+    QByteArray oName;
+};

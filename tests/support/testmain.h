@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "CPrivateDisplay.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <clocale>
+
+/// main() of a widget test: a display of its own, German dates, no ending with the last window.
+#define QTUTILS_WIDGET_TEST_MAIN(TestClass, eManager)                                                        \
+    int main(int iArguments, char** apcArguments)                                                            \
+    {                                                                                                        \
+        const CPrivateDisplay oDisplay(eManager);                                                            \
+        qputenv("LANG", "de_DE");                                                                            \
+        qputenv("QT_QPA_PLATFORM", "xcb");                                                                   \
+        QApplication oApplication(iArguments, apcArguments);                                                 \
+        QApplication::setQuitOnLastWindowClosed(false);                                                      \
+        std::setlocale(LC_NUMERIC, "C");                                                                     \
+        TestClass oTest;                                                                                     \
+        return QTest::qExec(&oTest, iArguments, apcArguments);                                               \
+    }

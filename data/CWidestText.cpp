@@ -7,23 +7,28 @@
 
 CWidestText::CWidestText(const QFontMetrics& oFontMetrics, int iLeast)
     : oMetrics(oFontMetrics)
-    , aiAdvances()
     , iWidest(iLeast)
 {
-    // A pixel for rounding and a quarter for kerning on top of each letter.
-    for (int i = 0; i < NumPlainLetters; i++) {
-        const int iAdvance = std::max(oMetrics.horizontalAdvance(QChar(i)), 0) + 1;
-        aiAdvances[std::size_t(i)] = iAdvance + iAdvance / 4;
-    }
 }
 
-bool CWidestText::canWin(const QString& sText) const
+// A pixel for rounding and a quarter for kerning on top of the letter's own width.
+int CWidestText::bound(QChar c)
+{
+    int& iBound = aiBounds[c.unicode()];
+    if (iBound == 0) {
+        const int iAdvance = std::max(oMetrics.horizontalAdvance(c), 0) + 1;
+        iBound = iAdvance + iAdvance / 4;
+    }
+    return iBound;
+}
+
+bool CWidestText::canWin(const QString& sText)
 {
     qint64 iBound = 0;
     for (const QChar c : sText) {
         if (c.unicode() >= NumPlainLetters)
             return true;
-        iBound += aiAdvances[c.unicode()];
+        iBound += bound(c);
     }
     return iBound > iWidest;
 }

@@ -24,10 +24,11 @@ public:
     int width() const { return iWidest; }
 
 private:
-    bool canWin(const QString& sText) const;
+    bool canWin(const QString& sText);
+    int bound(QChar c);
 
     static constexpr int NumPlainLetters = 0x250; ///< ASCII, Latin-1 and the Latin extensions A and B
     QFontMetrics oMetrics;
-    std::array<int, NumPlainLetters> aiAdvances;
+    std::array<int, NumPlainLetters> aiBounds{}; ///< 0: not asked for yet
     int iWidest;
 };

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+class CInterpreter;
+class CSignals;
+
+/// Feeds an interpreter with the statements of scripts, command texts, an open file or the prompt.
+class CSession
+{
+public:
+    /// Both must outlive the session. The session serves the interpreter's `.include`.
+    CSession(CInterpreter& oInterpreter, CSignals& oSignals);
+
+    /// Runs a script; throws CError "FILE:LINE: cause" at its first error.
+    void runFile(const std::string& sFile);
+
+    /// Runs a text of one or several lines; an error calls it @p sName.
+    void runText(const std::string& sText, const std::string& sName);
+
+    /// Runs the lines of an open file as they come; an error calls it @p sName.
+    void runInput(int iFile, const std::string& sName);
+
+    /// Runs the lines of standard input until it ends, on a terminal with editing, history and completion.
+    /// An error is printed and the prompt goes on; SIGINT gives up what runs or the line that is being typed.
+    void runPrompt();
+
+    /// Whether `.quit` or a signal has ended the session.
+    bool stopped() const;
+
+private:
+    void includeFile(const std::string& sFile);
+    void runLine(const std::string& sLine, const std::string& sName, int iLine);
+    void runLineAtPrompt(const std::string& sLine);
+    void execute(const std::string& sLine);
+
+    CInterpreter& oInterpreter;
+    CSignals& oSignals;
+    std::vector<std::filesystem::path> vFolders; ///< of the scripts that run, the innermost last
+};
+
+/// Prints "qtutils-host: cause" on standard error, after what was printed before on standard output.
+void printError(const std::string& sCause);

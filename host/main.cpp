@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CArena.h"
+#include "CError.h"
+#include "CInterpreter.h"
+#include "CModule.h"
+#include "CSession.h"
+#include "CSignals.h"
+#include "help.h"
+#include "options.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+void runSources(CSession& oSession, const SOptions& oOptions)
+{
+    int iCommand = 0;
+    for (const SSource& oSource : oOptions.vSources) {
+        if (oSession.stopped()) {
+            return;
+        }
+        if (oSource.bFile) {
+            oSession.runFile(oSource.sText);
+        } else {
+            oSession.runText(oSource.sText, "command " + std::to_string(++iCommand));
+        }
+    }
+    if (oOptions.bInteractive || (oOptions.vSources.empty() && isatty(STDIN_FILENO))) {
+        oSession.runPrompt();
+    } else if (oOptions.vSources.empty()) {
+        oSession.runInput(STDIN_FILENO, "standard input");
+    }
+}
+
+int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, CSignals& oSignals)
+{
+    CInterpreter oInterpreter(oModule, oArena, oSignals, oOptions.vNeededVariables);
+    CSession oSession(oInterpreter, oSignals);
+    int iCode = 0;
+    try {
+        runSources(oSession, oOptions);
+    } catch (const CError& oError) {
+        printError(oError.located() ? oError.what() : std::string("qtutils-host: ") + oError.what());
+        iCode = iErrorCode;
+    }
+    oInterpreter.freeAll();
+    return oSignals.pending() ? 128 + oSignals.pending() : iCode;
+}
+
+int run(const SOptions& oOptions)
+{
+    // Deliberate: never destroyed. The module's threads may use the buffers until the process is gone; the
+    // static pointer tells leak checkers that the memory is still in use. Pinned by tst_program.
+    static CArena* const pArena = new CArena;
+    CSignals oSignals;
+    const CModule oModule(oOptions.sModule);
+    if (oOptions.bList) {
+        std::fputs(moduleText(oModule).c_str(), stdout);
+        return 0;
+    }
+    return runModule(oModule, oOptions, *pArena, oSignals);
+}
+
+} // namespace
+
+int main(int iArguments, char** ppcArguments)
+{
+    try {
+        SOptions oOptions;
+        const auto oExitCode = parseOptions(iArguments, ppcArguments, oOptions);
+        return oExitCode ? *oExitCode : run(oOptions);
+    } catch (const std::exception& oError) {
+        printError(std::string("qtutils-host: ") + oError.what());
+        return iErrorCode;
+    }
+}

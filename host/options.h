@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A script or command text of the command line.
+struct SSource
+{
+    bool bFile;
+    std::string sText; ///< name of the script, or the command text
+};
+
+/// What the command line asks for.
+struct SOptions
+{
+    std::string sModule;
+    std::vector<SSource> vSources; ///< in the order given
+    std::vector<std::string> vNeededVariables;
+    bool bInteractive = false;
+    bool bList = false;
+};
+
+/// Exit code of every error.
+constexpr int iErrorCode = 2;
+
+/// Reads the command line into @p oOptions. Returns the exit code when the program is to end here: after
+/// `--help` and `--version`, and after an error, which it has printed.
+std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& oOptions);

@@ -23,3 +23,13 @@
         TestClass oTest;                                                                                     \
         return QTest::qExec(&oTest, iArguments, apcArguments);                                               \
     }
+
+/// main() of a test that needs fonts or pictures but no display.
+#define QTUTILS_OFFSCREEN_TEST_MAIN(TestClass)                                                               \
+    int main(int iArguments, char** apcArguments)                                                            \
+    {                                                                                                        \
+        qputenv("QT_QPA_PLATFORM", "offscreen");                                                             \
+        QApplication oApplication(iArguments, apcArguments);                                                 \
+        TestClass oTest;                                                                                     \
+        return QTest::qExec(&oTest, iArguments, apcArguments);                                               \
+    }

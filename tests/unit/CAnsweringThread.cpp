@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CAnsweringThread.h"
+
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include <unistd.h>
+
+CAnsweringThread::CAnsweringThread()
+    : oThread([this] { run(); })
+{
+}
+
+CAnsweringThread::~CAnsweringThread()
+{
+    oHandover.abandon();
+    post([this] { bEnd = true; });
+    oThread.join();
+}
+
+void CAnsweringThread::post(std::function<void()> job)
+{
+    const std::lock_guard<std::mutex> lock(oMutex);
+    oJobs.push_back(std::move(job));
+    oChanged.notify_one();
+}
+
+void CAnsweringThread::run()
+{
+    while (!bEnd) {
+        std::unique_lock<std::mutex> lock(oMutex);
+        oChanged.wait(lock, [this] { return !oJobs.empty(); });
+        const auto job = std::move(oJobs.front());
+        oJobs.pop_front();
+        lock.unlock();
+        job();
+    }
+}
+
+int CAnsweringThread::ask(int iQuestion, CHandover::After eAfter)
+{
+    int iResult = 0;
+    const auto write = [iQuestion, &iResult] { iResult = iQuestion + 1; };
+    const auto answer = [this, eAfter, write] {
+        if (eAfter == CHandover::After::GoesOn)
+            oAnswer.give(write);
+        else
+            oAnswer.giveAndWait(write);
+    };
+    oHandover.ask(
+        [&] {
+            beforePosting();
+            post(answer);
+            return true;
+        },
+        eAfter);
+    return iResult;
+}
+
+std::future<void> CAnsweringThread::whenFree()
+{
+    auto pFree = std::make_shared<std::promise<void>>();
+    post([pFree] { pFree->set_value(); });
+    return pFree->get_future();
+}
+
+CSleeper::CSleeper(std::function<void()> work)
+    : oThread([this, work] {
+        iThread = gettid();
+        work();
+        bDone = true;
+    })
+{
+}
+
+// The state is the letter behind the program's name, which stands in brackets.
+void CSleeper::waitUntilAsleepOrDone() const
+{
+    std::string sState;
+    while (!bDone && sState != "S") {
+        std::ifstream oFile("/proc/self/task/" + std::to_string(iThread) + "/stat");
+        std::string sLine;
+        std::getline(oFile, sLine);
+        const auto uBracket = sLine.rfind(')');
+        sState = uBracket + 2 < sLine.size() ? sLine.substr(uBracket + 2, 1) : "";
+        std::this_thread::yield();
+    }
+}
+
+void CSleeper::join()
+{
+    if (oThread.joinable())
+        oThread.join();
+}

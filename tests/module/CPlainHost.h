@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArrayList>
+#include <QProcess>
+
+/// The plain host (plainhost.c) as a process of its own, driven from a test. Every wait has a limit that is
+/// for a hang only; when it passes, the answer is "no answer" and the host is killed. Ends with the object.
+class CPlainHost
+{
+public:
+    /// Starts the host in the current process's environment.
+    CPlainHost();
+    ~CPlainHost();
+    CPlainHost(const CPlainHost&) = delete;
+    CPlainHost& operator=(const CPlainHost&) = delete;
+
+    /// Gives a command and waits for its answer. Commands: see plainhost.c.
+    QByteArray command(const QByteArrayList& lFields);
+    /// Gives a command that won't be answered, because it ends the host or waits.
+    void give(const QByteArrayList& lFields);
+    /// The answer to a command that give() has given.
+    QByteArray answer();
+
+    /// Loads the module, and for load("again") after unloading expects the same answer: "loaded".
+    QByteArray load();
+    /// Calls a method; the arguments are written as in hostmodule.h.
+    QByteArray call(const QByteArray& oMethod, const QByteArrayList& lArguments = {});
+    /// Constructs with the databases "som" and "news".
+    QByteArray construct();
+    /// Takes one construction back.
+    void free();
+    /// Loads, names the assignment table news_train, constructs, passes the hierarchy 0 -> 1, 2, 3 and waits
+    /// until all is done. "window" unless something failed.
+    QByteArray start();
+    /// Passes the hierarchy 0 -> 1, 2, 3.
+    void passHierarchy();
+    /// The number of rows shown.
+    int numRows();
+
+    /// Lines that the module has printed to standard output so far, answers left out.
+    QByteArrayList output();
+    /// Lines on standard error so far.
+    QByteArrayList errors();
+
+    /// Waits for the end of the process: its exit code, or a text that says how it ended otherwise.
+    QByteArray end();
+
+    qint64 processId() const { return oProcess.processId(); }
+    /// Numbers of the process's threads, in ascending order; the first is the main thread.
+    QList<int> threads() const;
+    /// Whether a thread sleeps in the system call of that number (SYS_futex and the like).
+    bool sleepsIn(int iThread, long lSystemCall) const;
+
+private:
+    bool readMore();
+
+    QProcess oProcess;
+    QByteArray oUnread;
+    QByteArrayList lOutput;
+    QByteArray oErrors;
+};

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArrayList>
+#include <QRect>
+#include <QRgb>
+
+#include <optional>
+
+#include <xcb/xcb.h>
+
+/// The display as somebody in front of it: sees windows and colours, moves the mouse, presses keys. Windows
+/// are those of the application "Ombrel", found by their titles. Needs a window manager.
+class CScreen
+{
+public:
+    CScreen();
+    ~CScreen();
+    CScreen(const CScreen&) = delete;
+    CScreen& operator=(const CScreen&) = delete;
+
+    /// Titles of the windows on the screen, sorted.
+    QByteArrayList shown() const;
+    bool isShown(const QByteArray& oTitle) const { return shown().contains(oTitle); }
+    /// Whether the window has the focus.
+    bool isActive(const QByteArray& oTitle) const;
+    /// The window's place on the screen, without its frame; empty if it isn't there.
+    QRect place(const QByteArray& oTitle) const;
+    /// Number of pixels of exactly this colour on the screen.
+    int pixels(QRgb uColor) const;
+
+    /// Presses keys, such as "Return" or "alt+f", one after the other.
+    void press(const QByteArrayList& lKeys) const;
+    /// Clicks at a place of the screen.
+    void click(const QPoint& oPlace) const;
+    void move(const QByteArray& oTitle, const QPoint& oPlace) const;
+    void resize(const QByteArray& oTitle, const QSize& oSize) const;
+    /// Closes a window by way of the window manager, as its button does.
+    void close(const QByteArray& oTitle) const;
+
+private:
+    QList<xcb_window_t> clients() const;
+    std::optional<xcb_window_t> find(const QByteArray& oTitle) const;
+    bool isViewable(xcb_window_t uWindow) const;
+    xcb_atom_t atom(const char* pcName) const;
+    QByteArray property(xcb_window_t uWindow, xcb_atom_t uProperty) const;
+    QByteArray title(xcb_window_t uWindow) const;
+
+    xcb_connection_t* pConnection;
+    const xcb_screen_t* pScreen;
+};

@@ -1,0 +1,15 @@
+/* SPDX-FileCopyrightText: The qtutils developers
+   SPDX-License-Identifier: MIT */
+
+#pragma once
+
+#include <stdbool.h>
+
+/* The plain host's commands about its own process:
+
+   env NAME VALUE, unenv NAME, getenv NAME   environment; the result of getenv is "unset" or the value
+   exit CODE, _exit CODE, quick_exit CODE    end the process
+   surroundings                              prints locale, signal handling, environment, folder and mask
+
+   False: the first field is none of them. */
+bool process_command(char** apcFields, char* pcResult);

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "tests/support/CPrivateDisplay.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// Waits for a condition. The limit is for a hang only.
+#define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 60000)
+
+/// main() of a module test: a display with window manager, and an environment for the hosts that doesn't
+/// depend on the user's.
+#define QTUTILS_MODULE_TEST_MAIN(TestClass)                                                                  \
+    int main(int iArguments, char** apcArguments)                                                            \
+    {                                                                                                        \
+        const CPrivateDisplay oDisplay(CPrivateDisplay::Manager::Running);                                   \
+        const QTemporaryDir oRuntime;                                                                        \
+        qputenv("XDG_RUNTIME_DIR", oRuntime.path().toUtf8());                                                \
+        qputenv("LANG", "C.UTF-8");                                                                          \
+        qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");                                                         \
+        qunsetenv("QT_QPA_PLATFORM");                                                                        \
+        const QCoreApplication oApplication(iArguments, apcArguments);                                       \
+        TestClass oTest;                                                                                     \
+        return QTest::qExec(&oTest, iArguments, apcArguments);                                               \
+    }

@@ -1,0 +1,141 @@
+/* SPDX-FileCopyrightText: The qtutils developers
+   SPDX-License-Identifier: MIT */
+
+/* A host in plain C that obeys the commands of its standard input, one a line, the fields separated by tabs.
+   Each command is answered by a line that begins with "=== "; what the module prints stands before it.
+   Standard input at its end ends the host. */
+
+#include "hostmodule.h"
+#include "hostprocess.h"
+
+#include <pthread.h>
+#include <stdatomic.h>
+#include <stdbool.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+enum
+{
+    LongestLine = 8192,
+    MostFields = 16,
+    MostThreads = 16
+};
+
+struct Job
+{
+    pthread_t oThread;
+    atomic_int iThreadId;
+    atomic_bool bFinished;
+    char acLine[LongestLine];
+    char* apcFields[MostFields];
+    int iFields;
+    char acResult[ResultSize];
+};
+
+static struct Job aJobs[MostThreads];
+
+static void run(char** apcFields, int iFields, char* pcResult);
+
+/* "repeat N METHOD ...": the method's answers, which are to be all the same. */
+static void repeat(char** apcFields, int iFields, char* pcResult)
+{
+    char acOther[ResultSize];
+    module_call(apcFields + 2, iFields - 2, pcResult);
+    for (int i = atoi(apcFields[1]); i > 1; i--) {
+        module_call(apcFields + 2, iFields - 2, acOther);
+        if (strcmp(acOther, pcResult) != 0) {
+            snprintf(pcResult, ResultSize, "differs: %.100s", acOther);
+            return;
+        }
+    }
+}
+
+static void* job_body(void* pArgument)
+{
+    struct Job* pJob = pArgument;
+    atomic_store(&pJob->iThreadId, gettid());
+    run(pJob->apcFields, pJob->iFields, pJob->acResult);
+    atomic_store(&pJob->bFinished, true);
+    return NULL;
+}
+
+/* "start N COMMAND ...": runs a command in another thread, which gets the number N. */
+static void start(char** apcFields, int iFields, char* pcResult)
+{
+    struct Job* pJob = &aJobs[atoi(apcFields[1])];
+    char* pcNext = pJob->acLine;
+    pJob->iFields = iFields - 2;
+    for (int i = 0; i < pJob->iFields; i++) {
+        pJob->apcFields[i] = strcpy(pcNext, apcFields[i + 2]);
+        pcNext += strlen(pcNext) + 1;
+    }
+    atomic_store(&pJob->iThreadId, 0);
+    atomic_store(&pJob->bFinished, false);
+    pthread_create(&pJob->oThread, NULL, job_body, pJob);
+    while (atomic_load(&pJob->iThreadId) == 0)
+        sched_yield();
+    snprintf(pcResult, ResultSize, "%d", atomic_load(&pJob->iThreadId));
+}
+
+/* "join N": waits for thread N; its result. */
+static void join(char** apcFields, char* pcResult)
+{
+    struct Job* pJob = &aJobs[atoi(apcFields[1])];
+    pthread_join(pJob->oThread, NULL);
+    snprintf(pcResult, ResultSize, "%s", pJob->acResult);
+}
+
+static void module_command(char** apcFields, int iFields, char* pcResult)
+{
+    if (strcmp(apcFields[0], "load") == 0)
+        module_load(apcFields[1], pcResult);
+    else if (strcmp(apcFields[0], "unload") == 0)
+        module_unload(pcResult);
+    else if (strcmp(apcFields[0], "describe") == 0)
+        module_describe();
+    else if (strcmp(apcFields[0], "addresses") == 0)
+        module_addresses();
+    else if (strcmp(apcFields[0], "call") == 0)
+        module_call(apcFields + 1, iFields - 1, pcResult);
+    else if (strcmp(apcFields[0], "repeat") == 0)
+        repeat(apcFields, iFields, pcResult);
+    else
+        snprintf(pcResult, ResultSize, "no such command");
+}
+
+static void run(char** apcFields, int iFields, char* pcResult)
+{
+    pcResult[0] = '\0';
+    if (process_command(apcFields, pcResult))
+        return;
+    if (strcmp(apcFields[0], "start") == 0)
+        start(apcFields, iFields, pcResult);
+    else if (strcmp(apcFields[0], "finished") == 0)
+        snprintf(pcResult, ResultSize, atomic_load(&aJobs[atoi(apcFields[1])].bFinished) ? "yes" : "no");
+    else if (strcmp(apcFields[0], "join") == 0)
+        join(apcFields, pcResult);
+    else
+        module_command(apcFields, iFields, pcResult);
+}
+
+int main(void)
+{
+    static char acLine[LongestLine];
+    static char acResult[ResultSize];
+    while (fgets(acLine, sizeof acLine, stdin) != NULL) {
+        char* apcFields[MostFields] = {NULL};
+        char* pcRest = acLine;
+        int iFields = 0;
+        acLine[strcspn(acLine, "\n")] = '\0';
+        while (pcRest != NULL && iFields < MostFields)
+            apcFields[iFields++] = strsep(&pcRest, "\t");
+        if (strcmp(apcFields[0], "return") == 0)
+            return atoi(apcFields[1]);
+        run(apcFields, iFields, acResult);
+        printf("=== %s\n", acResult);
+        fflush(stdout);
+    }
+    return 0;
+}

@@ -86,7 +86,8 @@ bool CScriptParser::atListEnd(EToken eClose) const
 
 void CScriptParser::separator()
 {
-    if (!takeIf(EToken::eComma) && token().bJoined) {
+    const bool bStray = token().eType == EToken::eClose || token().eType == EToken::eArrayClose;
+    if (!takeIf(EToken::eComma) && token().bJoined && !bStray) {
         throw CError("a blank or comma is missing before " + quoted(token()));
     }
 }

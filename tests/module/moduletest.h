@@ -6,11 +6,15 @@
 #include "tests/support/CPrivateDisplay.h"
 
 #include <QCoreApplication>
+#include <QPoint>
 #include <QTemporaryDir>
 #include <QTest>
 
+/// Where the tree's root lies in the window.
+constexpr QPoint RootItem(60, 45);
+
 /// Waits for a condition. The limit is for a hang only.
-#define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 60000)
+#define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 20000)
 
 /// main() of a module test: a display with window manager, and an environment for the hosts that doesn't
 /// depend on the user's.

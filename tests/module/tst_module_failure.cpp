@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CPlainHost.h"
+#include "CScreen.h"
+#include "moduletest.h"
+#include "tests/support/CPrivateServer.h"
+
+/// Constructions that fail, or go on without a database.
+class TestModuleFailure : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { oServer.load(QStringLiteral("news.sql")); }
+
+    void withoutADatabaseVariableThereIsNoWindow_data()
+    {
+        QTest::addColumn<QByteArray>("oVariable");
+        for (const char* pcVariable : {"MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD"})
+            QTest::newRow(pcVariable) << QByteArray(pcVariable);
+    }
+
+    void withoutADatabaseVariableThereIsNoWindow()
+    {
+        // given
+        QFETCH(QByteArray, oVariable);
+        CPlainHost oHost;
+        oHost.load();
+        const QByteArray oValue = oHost.command({"getenv", oVariable});
+        oHost.command({"unenv", oVariable});
+        // when
+        const QByteArray oAnswer = oHost.construct();
+        // then
+        QCOMPARE(oAnswer, "null");
+        QCOMPARE(oHost.command({"getenv", "LANG"}), "de_DE");
+        QCOMPARE(oHost.threads().size(), 1);
+        QCOMPARE(oHost.output() + oHost.errors(), QByteArrayList());
+        // The failed one counts, so the next one finds "the" window. Both have to be taken back.
+        oHost.command({"env", oVariable, oValue});
+        QCOMPARE(oHost.construct(), "null");
+        oHost.free();
+        oHost.free();
+        QCOMPARE(useOnce(oHost), "window 5");
+    }
+
+    void anEmptyVariableIsAValue()
+    {
+        // given
+        oServer.sql(
+            QStringLiteral("CREATE USER 'open'@'localhost'; GRANT SELECT ON *.* TO 'open'@'localhost'"));
+        CPlainHost oHost;
+        oHost.load();
+        oHost.command({"env", "MYSQL_USER", "open"});
+        oHost.command({"env", "MYSQL_PWD", ""});
+        // when, then
+        QCOMPARE(useOnce(oHost), "window 5");
+    }
+
+    void withoutADisplayThereIsNoWindow_data()
+    {
+        QTest::addColumn<QByteArrayList>("lCommand");
+        QTest::newRow("unset") << QByteArrayList{"unenv", "DISPLAY"};
+        QTest::newRow("wrong") << QByteArrayList{"env", "DISPLAY", ":9999"};
+    }
+
+    void withoutADisplayThereIsNoWindow()
+    {
+        // given
+        QFETCH(QByteArrayList, lCommand);
+        CPlainHost oHost;
+        oHost.load();
+        const QByteArray oDisplay = oHost.command({"getenv", "DISPLAY"});
+        oHost.command(lCommand);
+        // when
+        const QByteArray oAnswer = oHost.construct();
+        // then
+        QCOMPARE(oAnswer, "null");
+        QTUTILS_WAIT_FOR(!oHost.errors().isEmpty());
+        QCOMPARE(oHost.errors(), QByteArrayList({"qtutils: the display cannot be opened"}));
+        QCOMPARE(oHost.numRows(), -7777);
+        QCOMPARE(oHost.construct(), "null");
+        oHost.free();
+        oHost.free();
+        // when
+        oHost.command({"env", "DISPLAY", oDisplay});
+        // then
+        QCOMPARE(useOnce(oHost), "window 5");
+        // when
+        oHost.give({"exit", "7"});
+        // then
+        QCOMPARE(oHost.end(), "7");
+    }
+
+    void aWrongPasswordIsSaidInABoxThatTheHostWaitsFor()
+    {
+        // given
+        CPlainHost oHost;
+        oHost.load();
+        oHost.command({"env", "MYSQL_PWD", "wrong"});
+        oHost.call("setSOMTable", {"t:news_train"});
+        // when
+        oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
+        // then
+        QTUTILS_WAIT_FOR(oScreen.isActive("SQL Error"));
+        QCOMPARE(oScreen.shown(), QByteArrayList({"SQL Error"}));
+        QCOMPARE(oHost.command({"finished", "1"}), "no");
+        // when
+        oScreen.press({"Return"});
+        // then
+        QCOMPARE(oHost.command({"join", "1"}), "window");
+        QCOMPARE(oHost.output(), QByteArrayList({"show error"}));
+        // when
+        oHost.call("select", {"i:1"});
+        oHost.call("show");
+        // then
+        QTUTILS_WAIT_FOR(oScreen.isShown("Ombrel"));
+        QCOMPARE(oScreen.shown(), QByteArrayList({"Ombrel"}));
+        QCOMPARE(oHost.numRows(), 0);
+        QCOMPARE(oHost.call("fillDate", {"oi:1"}), "-7777");
+        oHost.call("setRowColors", {"c:1x0,0,0"});
+        QCOMPARE(oHost.call("getFirstDateInFrame", {"oi:1"}), "0");
+        QCOMPARE(oHost.call("getFirstDateInSelection", {"ot:20"}), "untouched");
+        QCOMPARE(oHost.output(), QByteArrayList({"show error"}));
+        QCOMPARE(oHost.errors(),
+            QByteArrayList({"CTable: An Error occurred while getting first date in selection                ",
+                "SelectCursor is empty!"}));
+    }
+
+    void aConstructionAfterAWrongPasswordWorks()
+    {
+        // given
+        CPlainHost oHost;
+        oHost.load();
+        const QByteArray oPassword = oHost.command({"getenv", "MYSQL_PWD"});
+        oHost.command({"env", "MYSQL_PWD", "wrong"});
+        oHost.give({"call", "CNodeBrowser", "t:som", "t:news"});
+        QTUTILS_WAIT_FOR(oScreen.isActive("SQL Error"));
+        oScreen.press({"Return"});
+        oHost.answer();
+        oHost.free();
+        // when
+        oHost.command({"env", "MYSQL_PWD", oPassword});
+        // then
+        QVERIFY(useOnce(oHost).endsWith("window 5"));
+    }
+
+    void aLostServerMakesTheTableEmpty()
+    {
+        CPlainHost oHost;
+        oHost.start();
+        oHost.call("select", {"i:1"});
+        QCOMPARE(oHost.numRows(), 5);
+        oServer.kill();
+        oHost.call("select", {"i:2"});
+        QCOMPARE(oHost.numRows(), 0);
+        oServer.restart();
+    }
+
+private:
+    /// Constructs, shows node 1 and frees: the construction's answer and the number of rows.
+    static QByteArray useOnce(CPlainHost& oHost)
+    {
+        oHost.call("setSOMTable", {"t:news_train"});
+        const QByteArray oWindow = oHost.construct();
+        oHost.call("select", {"i:1"});
+        const int iRows = oHost.numRows();
+        oHost.free();
+        return oWindow + ' ' + QByteArray::number(iRows);
+    }
+
+    CPrivateServer oServer;
+    CScreen oScreen;
+};
+
+QTUTILS_MODULE_TEST_MAIN(TestModuleFailure)
+#include "tst_module_failure.moc"

@@ -10,12 +10,13 @@
 
 #include <clocale>
 
-/// main() of a widget test: a display of its own, German dates, no ending with the last window.
+/// main() of a widget test: a display of its own, German dates, Berlin time, no ending with the last window.
 #define QTUTILS_WIDGET_TEST_MAIN(TestClass, eManager)                                                        \
     int main(int iArguments, char** apcArguments)                                                            \
     {                                                                                                        \
         const CPrivateDisplay oDisplay(eManager);                                                            \
         qputenv("LANG", "de_DE");                                                                            \
+        qputenv("TZ", "Europe/Berlin");                                                                      \
         qputenv("QT_QPA_PLATFORM", "xcb");                                                                   \
         QApplication oApplication(iArguments, apcArguments);                                                 \
         QApplication::setQuitOnLastWindowClosed(false);                                                      \

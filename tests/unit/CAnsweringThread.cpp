@@ -3,9 +3,9 @@
 
 #include "CAnsweringThread.h"
 
-#include <fstream>
+#include "tests/support/threadstate.h"
+
 #include <memory>
-#include <string>
 
 #include <unistd.h>
 
@@ -76,18 +76,11 @@ CSleeper::CSleeper(std::function<void()> work)
 {
 }
 
-// The state is the letter behind the program's name, which stands in brackets.
 void CSleeper::waitUntilAsleepOrDone() const
 {
-    std::string sState;
-    while (!bDone && sState != "S") {
-        std::ifstream oFile("/proc/self/task/" + std::to_string(iThread) + "/stat");
-        std::string sLine;
-        std::getline(oFile, sLine);
-        const auto uBracket = sLine.rfind(')');
-        sState = uBracket + 2 < sLine.size() ? sLine.substr(uBracket + 2, 1) : "";
+    while (!bDone && iThread == 0)
         std::this_thread::yield();
-    }
+    waitUntilAsleep(iThread, [this] { return isDone(); });
 }
 
 void CSleeper::join()

@@ -1,0 +1,205 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""The command line: reads a collection, makes the map, stores it, and tells how it went."""
+
+import argparse
+import json
+import os
+import sys
+import time
+from collections.abc import Iterable, Iterator, Sequence
+from contextlib import contextmanager
+from typing import TypeVar
+
+import numpy as np
+from tqdm import tqdm
+
+from mapmaker import hierarchy, keywords, mapping, som, store
+from mapmaker.sources import changelogs, sample
+from mapmaker.sources.document import Document, SourceError
+
+T = TypeVar("T")
+
+FAILED = 2
+FEWEST = 20  # documents a map can be made of
+
+
+class UsageError(Exception):
+    """An option makes no sense; the message is one line."""
+
+
+class Steps:
+    """Shows how long each step takes, and keeps the times in seconds by name."""
+
+    def __init__(self) -> None:
+        self.seconds: dict[str, float] = {}
+
+    @contextmanager
+    def step(self, name: str) -> Iterator[None]:
+        """Times what happens inside."""
+        start = time.monotonic()
+        yield
+        self.seconds[name] = time.monotonic() - start
+        say(f"{name}: {self.seconds[name]:.1f} s")
+
+
+def say(line: str) -> None:
+    """One line for the user, at once also in a log."""
+    print(line, flush=True)
+
+
+def bar(items: Sequence[T]) -> Iterable[T]:
+    """A progress bar over a loop, if there is a terminal."""
+    shown: Iterable[T] = tqdm(items, leave=False, disable=not sys.stderr.isatty())
+    return shown
+
+
+def parser() -> argparse.ArgumentParser:
+    """All commands and options."""
+    top = argparse.ArgumentParser(prog="mapmaker", description="Makes a self-organizing map of texts.")
+    commands = top.add_subparsers(dest="command", required=True)
+    notes = commands.add_parser("changelogs", help="map the release notes of the installed packages")
+    notes.add_argument("--minimum", type=int, default=500, metavar="N", help="fewest documents (500)")
+    notes.add_argument("--or-sample", action="store_true", help="make the sample if there are fewer")
+    invented = commands.add_parser("sample", help="map a seeded collection of invented texts")
+    for command in (notes, invented):
+        add_common_options(command)
+    return top
+
+
+def add_common_options(command: argparse.ArgumentParser) -> None:
+    """Options of both commands."""
+    add = command.add_argument
+    add("--root", default="/usr/share/doc", metavar="FOLDER", help="folder of the packages' documentation")
+    add("--documents", type=int, default=2000, metavar="N", help="size of the sample (2000)")
+    add("--som-database", default="som", metavar="NAME", help="database of the map (som)")
+    add("--source-database", default="texts", metavar="NAME", help="database of the documents (texts)")
+    add("--name", metavar="NAME", help="prefix of the map's tables (the command)")
+    add("--script", metavar="FILE", help="write the hierarchy script for the host program")
+    add("--report", metavar="FILE", help="write the quality figures as JSON")
+    add("--seed", type=int, default=1, metavar="N", help="the same seed makes the same map (1)")
+    add("--width", type=int, metavar="N", help="columns of the grid (by number of documents)")
+    add("--height", type=int, metavar="N", help="rows of the grid (by number of documents)")
+    add(
+        "--branch-documents", type=int, default=200, metavar="N", help="most documents of an inner node (200)"
+    )
+
+
+def check(options: argparse.Namespace) -> None:
+    """Raises UsageError for numbers out of range."""
+    least = {
+        "documents": FEWEST,
+        "minimum": FEWEST,
+        "seed": 0,
+        "width": 2,
+        "height": 2,
+        "branch_documents": 1,
+    }
+    for name, bound in least.items():
+        value = getattr(options, name, None)
+        if value is not None and value < bound:
+            raise UsageError(f"--{name.replace('_', '-')} must be at least {bound}")
+    if (options.width is None) != (options.height is None):
+        raise UsageError("--width and --height belong together")
+
+
+def documents(options: argparse.Namespace) -> list[Document]:
+    """The collection that the command asks for."""
+    if options.command == "changelogs":
+        try:
+            return release_notes(options.root, options.minimum)
+        except SourceError as error:
+            if not options.or_sample:
+                raise
+            say(f"{error}; making the sample of invented texts instead")
+    return sample.make(options.documents, np.random.default_rng(options.seed), options.root)
+
+
+def release_notes(root: str, minimum: int) -> list[Document]:
+    """Documents of the release notes, at least the minimum."""
+    found = changelogs.read(bar(changelogs.changelog_files(root)))
+    if len(found) < minimum:
+        raise SourceError(f"only {len(found)} release notes in {root}, {minimum} are needed")
+    return found
+
+
+def make_map(
+    options: argparse.Namespace, texts: Sequence[Document], steps: Steps
+) -> tuple[store.Content, list[hierarchy.Node], dict[str, float]]:
+    """The map's rows, its nodes and its quality."""
+    rng = np.random.default_rng(options.seed)
+    grid = som.Grid(options.width, options.height) if options.width else som.default_grid(len(texts))
+    with steps.step("vectors"):
+        made = mapping.vectors(texts, rng)
+    with steps.step(f"map of {grid.width} x {grid.height} units"):
+        models = som.train(made.points, grid, rng, track=bar)
+        trained = mapping.SOM(grid, models, som.winners(made.points, models))
+    with steps.step("tree"):
+        nodes = mapping.tree(made.points, trained)
+    with steps.step("keywords"):
+        chosen = keywords.node_keywords(made.words, made.counts, trained.units, nodes)
+    rows = mapping.memberships(made.points, trained, nodes, options.branch_documents)
+    content = store.Content(texts, rows, mapping.node_rows(nodes, chosen))
+    return content, nodes, mapping.figures(made, trained, chosen)
+
+
+def write_aside(path: str, lines: Iterable[str]) -> str:
+    """Writes a text file under another name, which is returned; one rename puts it in place."""
+    aside = f"{path}.{os.getpid()}.new"
+    with open(aside, "w", encoding="utf-8") as stream:
+        stream.writelines(f"{line}\n" for line in lines)
+    return aside
+
+
+def report_lines(options: argparse.Namespace, numbers: dict[str, float], steps: Steps) -> list[str]:
+    """The JSON report."""
+    report = {"command": options.command, "seed": options.seed, "quality": numbers, "seconds": steps.seconds}
+    return json.dumps(report, indent=2).splitlines()
+
+
+def run(options: argparse.Namespace) -> None:
+    """Makes and stores a map. Files and tables take their places only when all is written."""
+    check(options)
+    names = store.Names(options.source_database, options.som_database, options.name or options.command)
+    names.check()
+    steps = Steps()
+    with store.connection():  # fail before the work, not after
+        pass
+    with steps.step("reading"):
+        texts = documents(options)
+    say(f"{len(texts)} documents")
+    content, nodes, numbers = make_map(options, texts, steps)
+    about = [
+        f"Hierarchy of the map {names.name}, made by: mapmaker {options.command} --seed {options.seed}",
+        f"{len(texts)} documents, {len(nodes)} nodes",
+    ]
+    with store.connection() as link:
+        with steps.step("storing"):
+            store.fill(link, names, content, bar)
+        files = {}
+        if options.script:
+            files[options.script] = write_aside(options.script, hierarchy.script_lines(nodes, about))
+        if options.report:
+            files[options.report] = write_aside(options.report, report_lines(options, numbers, steps))
+        store.swap(link, names)
+    for path, aside in files.items():
+        os.replace(aside, path)
+    for name, value in numbers.items():
+        say(f"{name}: {value:.4g}")
+
+
+def main(arguments: Sequence[str]) -> int:
+    """Exit code: 0, or 2 with one line of error."""
+    options = parser().parse_args(arguments)
+    try:
+        run(options)
+    except (UsageError, SourceError, store.StoreError) as error:
+        print(f"mapmaker: {error}", file=sys.stderr)
+    except OSError as error:
+        print(f"mapmaker: {error.filename}: {error.strerror}", file=sys.stderr)
+    except KeyboardInterrupt:
+        print("mapmaker: interrupted", file=sys.stderr)
+    else:
+        return 0
+    return FAILED

@@ -1,0 +1,4 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""Where documents come from: one module per kind of collection."""

@@ -1,0 +1,198 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""The tables of a map in MariaDB; the only module that knows SQL.
+
+New tables are filled under other names and then take the place of the old ones by one statement, so that
+a reader sees the old map or the new one.
+"""
+
+import os
+import re
+from collections.abc import Iterator, Mapping, Sequence
+from contextlib import contextmanager
+from itertools import chain
+from typing import Any, NamedTuple
+
+import pymysql  # type: ignore[import]
+
+from mapmaker.progress import Track, silent
+from mapmaker.sources.document import Document
+
+ROWS_PER_INSERT = 500
+SECONDS_TO_WAIT = 60  # for readers that keep a table locked
+LONGEST_NAME = 40  # a table name of the server has up to 64 characters, ours get suffixes
+FILLED, REPLACED = "__new", "__old"
+
+DOCUMENT = """CREATE TABLE {} (
+    `id` INT NOT NULL PRIMARY KEY,
+    `date` DATETIME NOT NULL,
+    `title` VARCHAR(255) NOT NULL,
+    `URL` VARCHAR(1000) NOT NULL,
+    `text` MEDIUMTEXT NOT NULL,
+    `author` VARCHAR(255) NOT NULL,
+    `urgency` VARCHAR(32) NOT NULL,
+    `package` VARCHAR(255) NOT NULL
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+WIDTHS = {"title": 255, "url": 1000, "author": 255, "urgency": 32, "package": 255}
+
+TRAIN = """CREATE TABLE {} (
+    node INT NOT NULL,
+    dist DOUBLE NOT NULL,
+    item INT NOT NULL,
+    PRIMARY KEY (node, item)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+
+# Readers take the k-th row as node k without asking for an order. InnoDB keeps rows in the order of the
+# primary key; another index that covers the columns would spoil that, so there must be none.
+SOM = """CREATE TABLE {} (
+    node INT NOT NULL PRIMARY KEY,
+    _assigned_topic INT,
+    _keywords TEXT
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+
+
+class StoreError(Exception):
+    """The map cannot be stored; the message is one line."""
+
+
+class Names(NamedTuple):
+    """Where the tables go."""
+
+    source_database: str
+    som_database: str
+    name: str
+
+    def check(self) -> None:
+        """Raises StoreError unless all names are plain: they become part of statements."""
+        for name in self:
+            if not re.fullmatch(rf"[A-Za-z0-9_]{{1,{LONGEST_NAME}}}", name):
+                raise StoreError(
+                    f"bad table name {name!r}: only A-Z, a-z, 0-9 and _ and up to {LONGEST_NAME} characters"
+                )
+
+    def tables(self) -> tuple[str, str, str]:
+        """Full names of the tables of documents, memberships and nodes."""
+        som = f"{self.som_database}.{self.name}"
+        return (f"{self.source_database}.document", f"{som}_train", f"{som}_som")
+
+
+class Content(NamedTuple):
+    """The rows of a map; nodes and documents are numbered from 0 in the given order."""
+
+    documents: Sequence[Document]
+    memberships: Sequence[tuple[int, float, int]]  # node, distance, document
+    nodes: Sequence[tuple[int, str]]  # topic, keywords
+
+
+def settings(environment: Mapping[str, str]) -> dict[str, Any]:
+    """Parameters of the connection from MYSQL_HOST, MYSQL_USER and MYSQL_PWD.
+
+    Host localhost means the Unix socket, whose path is MYSQL_UNIX_PORT or Debian's default.
+    """
+    missing = [name for name in ("MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD") if name not in environment]
+    if missing:
+        raise StoreError(f"missing in the environment: {', '.join(missing)}")
+    found: dict[str, Any] = {
+        "host": environment["MYSQL_HOST"],
+        "user": environment["MYSQL_USER"],
+        "password": environment["MYSQL_PWD"],
+    }
+    if found["host"] == "localhost":
+        found["unix_socket"] = environment.get("MYSQL_UNIX_PORT", "/run/mysqld/mysqld.sock")
+    return found
+
+
+@contextmanager
+def connection(environment: Mapping[str, str] = os.environ) -> Iterator[Any]:
+    """An open connection, closed at the end; every failure of the server becomes a StoreError."""
+    parameters = settings(environment)
+    try:
+        link = pymysql.connect(**parameters, charset="utf8mb4", autocommit=False)
+    except pymysql.MySQLError as error:
+        raise StoreError(f"no connection to the server: {one_line(error)}") from error
+    try:
+        yield link
+    except pymysql.MySQLError as error:
+        raise StoreError(f"the server refuses: {one_line(error)}") from error
+    finally:
+        link.close()
+
+
+def one_line(error: Exception) -> str:
+    """The text of a server's error in one line."""
+    return " ".join(str(error.args[-1] if error.args else error).split())
+
+
+def document_row(number: int, document: Document) -> tuple[Any, ...]:
+    """One row of the document table, texts cut to the widths of their columns."""
+    cut = document._replace(**{column: getattr(document, column)[:width] for column, width in WIDTHS.items()})
+    return (number, *cut)
+
+
+def insert(cursor: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
+    """Writes rows that give all columns, in one statement."""
+    marks = "(" + ", ".join(["%s"] * len(rows[0])) + ")"
+    statement = f"INSERT INTO {table} VALUES " + ", ".join([marks] * len(rows))
+    cursor.execute(statement, tuple(chain.from_iterable(rows)))
+
+
+def blocks(content: Content) -> list[tuple[int, range]]:
+    """Which rows go into one statement: number of the table and range of rows."""
+    return [
+        (table, range(start, min(start + ROWS_PER_INSERT, len(rows))))
+        for table, rows in enumerate(content)
+        for start in range(0, len(rows), ROWS_PER_INSERT)
+    ]
+
+
+def rows_of(content: Content, table: int, numbers: range) -> list[tuple[Any, ...]]:
+    """Rows of one table as they are stored."""
+    if table == 0:
+        return [document_row(number, content.documents[number]) for number in numbers]
+    if table == 1:
+        return [content.memberships[number] for number in numbers]
+    return [(number, *content.nodes[number]) for number in numbers]
+
+
+def fill(link: Any, names: Names, content: Content, track: Track = silent) -> None:
+    """Writes the new tables beside those in use. Creates the databases where they are missing."""
+    names.check()
+    with link.cursor() as cursor:
+        cursor.execute(f"SET SESSION lock_wait_timeout = {SECONDS_TO_WAIT}")
+        for database in sorted({names.source_database, names.som_database}):
+            create_database(cursor, database)
+        for table, definition in zip(names.tables(), (DOCUMENT, TRAIN, SOM)):
+            cursor.execute(f"DROP TABLE IF EXISTS {table}{FILLED}")
+            cursor.execute(definition.format(table + FILLED))
+        for number, numbers in track(blocks(content)):
+            insert(cursor, names.tables()[number] + FILLED, rows_of(content, number, numbers))
+        link.commit()
+        cursor.execute("ANALYZE TABLE " + ", ".join(table + FILLED for table in names.tables()))
+
+
+def create_database(cursor: Any, database: str) -> None:
+    """Creates a database unless it is there."""
+    if not found(cursor, "SCHEMATA WHERE schema_name = %s", (database,)):
+        cursor.execute(f"CREATE DATABASE IF NOT EXISTS {database} DEFAULT CHARACTER SET utf8mb4")
+
+
+def found(cursor: Any, condition: str, values: tuple[str, ...]) -> bool:
+    """Whether the server's catalogue knows something."""
+    cursor.execute(f"SELECT COUNT(*) FROM information_schema.{condition}", values)
+    return bool(cursor.fetchone()[0])
+
+
+def swap(link: Any, names: Names) -> None:
+    """Puts the filled tables in the place of the old ones, all at once, and drops the old."""
+    moves, old = [], []
+    with link.cursor() as cursor:
+        for table in names.tables():
+            cursor.execute(f"DROP TABLE IF EXISTS {table}{REPLACED}")
+            if found(cursor, "TABLES WHERE table_schema = %s AND table_name = %s", tuple(table.split("."))):
+                moves.append(f"{table} TO {table}{REPLACED}")
+                old.append(table + REPLACED)
+            moves.append(f"{table}{FILLED} TO {table}")
+        cursor.execute("RENAME TABLE " + ", ".join(moves))
+        if old:
+            cursor.execute("DROP TABLE " + ", ".join(old))

@@ -1,12 +1,10 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
-"""Pictures of signs: drawing, scaling by 1/q as the tree does it, XPM and PNG text.
+"""Pictures of signs: drawing, scaling by 1/q as the tree does it, XPM text.
 
 A picture is a list of rows; each row is a string with one character a pixel, a key of LEGEND or FILL.
 """
 
-import struct
-import zlib
 from collections.abc import Sequence
 
 from .shapes import UNITS, Shape, Sign
@@ -88,15 +86,3 @@ def xpm(index: int, sign: Sign) -> str:
     ]
     lines = ",\n".join(f'"{line}"' for line in head + picture)
     return f"/* XPM */\n/* topic {index}: {sign.name} */\nstatic const char *topic_{index}[] = {{\n{lines}\n}};\n"
-
-
-def png(pixels: Sequence[Sequence[Color]]) -> bytes:
-    """The bytes of a PNG file with 8 bits a channel."""
-    raw = b"".join(b"\0" + bytes(value for pixel in row for value in pixel) for row in pixels)
-    header = struct.pack(">IIBBBBB", len(pixels[0]), len(pixels), 8, 2, 0, 0, 0)
-    chunks = ((b"IHDR", header), (b"IDAT", zlib.compress(raw, 9)), (b"IEND", b""))
-    return b"\x89PNG\r\n\x1a\n" + b"".join(_chunk(kind, data) for kind, data in chunks)
-
-
-def _chunk(kind: bytes, data: bytes) -> bytes:
-    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))

@@ -4,7 +4,9 @@
 
 from collections.abc import Sequence
 
-from .picture import Color, Picture, colors, divisor_at, draw, png, scaled
+from pngfile import png
+
+from .picture import Color, Picture, colors, divisor_at, draw, scaled
 from .shapes import SIGNS
 from .vision import GROUNDS
 
@@ -22,7 +24,8 @@ def contact_sheet() -> bytes:
             small = [scaled(picture, divisor_at(row_height)) for picture in pictures]
             lines += _strip(small, ground, enlargement)
     width = max(map(len, lines))
-    return png([line + [line[0]] * (width - len(line)) for line in lines])
+    padded = [line + [line[0]] * (width - len(line)) for line in lines]
+    return png([bytes(value for pixel in line for value in pixel) for line in padded])
 
 
 def _strip(pictures: Sequence[Picture], ground: Color, enlargement: int) -> list[list[Color]]:

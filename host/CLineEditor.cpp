@@ -48,7 +48,8 @@ CLineEditor::CLineEditor(const CSignals& oNoted, Candidates fnAll)
     el_set(pLine, EL_PROMPT, &promptText);
     el_set(pLine, EL_EDITOR, "emacs");
     el_set(pLine, EL_GETCFN, &readCharacter);
-    el_set(pLine, EL_ADDFN, "complete-word", "Complete a method, built-in or variable", &completeWord);
+    // The wide form, because the other one copies the texts and never frees them.
+    el_wset(pLine, EL_ADDFN, L"complete-word", L"Complete a method, built-in or variable", &completeWord);
     el_set(pLine, EL_BIND, "^I", "complete-word", nullptr);
     el_set(pLine, EL_HIST, history, pHistory.get());
     loadHistory();

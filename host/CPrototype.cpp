@@ -5,50 +5,91 @@
 
 #include "CError.h"
 
-#include <regex>
+#include <algorithm>
+#include <optional>
+#include <string_view>
 
 namespace {
 
-[[noreturn]] void throwUnreadable(const std::string& sText)
+/// Reads a prototype from left to right; blanks between its parts don't matter.
+class CScanner
 {
-    throw CError("can't read the prototype \"" + sText + "\"");
-}
+public:
+    explicit CScanner(std::string_view svText)
+        : svRest(svText)
+    {
+    }
 
-EKind kindOf(const std::string& sType, bool bPointer, const std::string& sText)
+    /// The identifier that comes next; empty when none does.
+    std::string word()
+    {
+        skipBlanks();
+        const bool bDigitFirst = !svRest.empty() && svRest[0] >= '0' && svRest[0] <= '9';
+        const std::size_t nLength =
+            bDigitFirst ? 0 : std::min(svRest.find_first_not_of(svLetters), svRest.size());
+        const std::string sWord(svRest.substr(0, nLength));
+        svRest.remove_prefix(nLength);
+        return sWord;
+    }
+
+    bool take(char cSign)
+    {
+        const bool bFound = at(cSign);
+        svRest.remove_prefix(bFound ? 1 : 0);
+        return bFound;
+    }
+
+    bool at(char cSign)
+    {
+        skipBlanks();
+        return !svRest.empty() && svRest[0] == cSign;
+    }
+
+    bool atEnd()
+    {
+        skipBlanks();
+        return svRest.empty();
+    }
+
+private:
+    static constexpr std::string_view svLetters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_0123456789";
+
+    void skipBlanks() { svRest.remove_prefix(std::min(svRest.find_first_not_of(" \t"), svRest.size())); }
+
+    std::string_view svRest;
+};
+
+std::optional<EKind> kindOf(const std::string& sType, bool bPointer)
 {
     if (sType == "int") {
         return bPointer ? EKind::eInts : EKind::eInt;
     }
-    if (!bPointer) {
-        throwUnreadable(sText);
+    if (bPointer && sType == "char") {
+        return EKind::eText;
     }
-    return sType == "char" ? EKind::eText : EKind::eFloats;
+    return bPointer && sType == "float" ? std::optional(EKind::eFloats) : std::nullopt;
 }
 
-SArgument argumentOf(const std::string& sArgument, const std::string& sText)
-{
-    static const std::regex oPattern(
-        R"(\s*(?:const\s+)?(char|int|float)(?:\s*(\*)\s*|\s+|$)([A-Za-z_]\w*)?\s*)");
-    std::smatch oMatch;
-    if (!std::regex_match(sArgument, oMatch, oPattern)) {
-        throwUnreadable(sText);
-    }
-    return {kindOf(oMatch[1], oMatch[2].matched, sText), oMatch[3]};
-}
-
-std::vector<SArgument> argumentsOf(const std::string& sList, const std::string& sText)
+// The arguments behind the opening bracket; nothing when they can't be read.
+std::optional<std::vector<SArgument>> readArguments(CScanner& oScanner)
 {
     std::vector<SArgument> vArguments;
-    if (sList.empty() || sList == "void") {
-        return vArguments;
-    }
-    std::size_t nStart = 0;
-    while (nStart != std::string::npos) {
-        const std::size_t nComma = sList.find(',', nStart);
-        vArguments.push_back(argumentOf(sList.substr(nStart, nComma - nStart), sText));
-        nStart = nComma == std::string::npos ? nComma : nComma + 1;
-    }
-    return vArguments;
+    do {
+        std::string sType = oScanner.word();
+        if (vArguments.empty() && (sType.empty() || sType == "void") && oScanner.at(')')) {
+            break;
+        }
+        if (sType == "const") {
+            sType = oScanner.word();
+        }
+        const auto oKind = kindOf(sType, oScanner.take('*'));
+        if (!oKind) {
+            return std::nullopt;
+        }
+        vArguments.push_back({*oKind, oScanner.word()});
+    } while (oScanner.take(','));
+    return oScanner.take(')') && oScanner.atEnd() ? std::optional(vArguments) : std::nullopt;
 }
 
 } // namespace
@@ -56,13 +97,17 @@ std::vector<SArgument> argumentsOf(const std::string& sList, const std::string& 
 CPrototype::CPrototype(const std::string& sPrototype)
     : sText(sPrototype)
 {
-    static const std::regex oPattern(R"(\s*(?:void\s+)?([A-Za-z_]\w*)\s*\(\s*([^()]*?)\s*\)\s*)");
-    std::smatch oMatch;
-    if (!std::regex_match(sText, oMatch, oPattern) || oMatch[1] == "void") {
-        throwUnreadable(sText);
+    CScanner oScanner(sText);
+    sName = oScanner.word();
+    if (sName == "void") {
+        sName = oScanner.word();
     }
-    sName = oMatch[1];
-    vArguments = argumentsOf(oMatch[2], sText);
+    const bool bNamed = !sName.empty() && oScanner.take('(');
+    const auto oArguments = bNamed ? readArguments(oScanner) : std::nullopt;
+    if (!oArguments) {
+        throw CError("can't read the prototype \"" + sText + "\"");
+    }
+    vArguments = *oArguments;
 }
 
 std::string CPrototype::argumentLabel(std::size_t nIndex) const

@@ -3,12 +3,13 @@
 
 #include "CTerminal.h"
 
-#include <QtGlobal>
+#include <QTest>
 
 #include <csignal>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 #include <vector>
 
@@ -72,11 +73,22 @@ bool CTerminal::waitFor(const QByteArray& sText)
     return nPlace >= 0;
 }
 
+bool CTerminal::waitForPrompt()
+{
+    const auto isEditing = [this] {
+        termios oModes = {};
+        return tcgetattr(iTerminal, &oModes) == 0 && (oModes.c_lflag & ICANON) == 0;
+    };
+    return waitFor("CRecorder> ") && QTest::qWaitFor(isEditing, iTimeLimit);
+}
+
 int CTerminal::exitCode()
 {
     while (readMore()) { }
     int iStatus = 0;
-    waitpid(iProcess, &iStatus, 0);
+    if (!QTest::qWaitFor([&] { return waitpid(iProcess, &iStatus, WNOHANG) != 0; }, iTimeLimit)) {
+        return -1;
+    }
     iProcess = -1;
     return WIFEXITED(iStatus) ? WEXITSTATUS(iStatus) : -1;
 }

@@ -25,7 +25,11 @@ public:
     /// Reads until the text appears behind what earlier calls have found; false when it doesn't come.
     bool waitFor(const QByteArray& sText);
 
-    /// Reads until the program ends; its exit code, or -1 when a signal killed it.
+    /// Waits for the prompt of the class CRecorder, and until the program reads single keys: a key typed a
+    /// moment before would be taken by the terminal, Ctrl+D for example.
+    bool waitForPrompt();
+
+    /// Reads until the program ends; its exit code, or -1 when it was killed or hangs.
     int exitCode();
 
     /// All that was read so far, for messages.

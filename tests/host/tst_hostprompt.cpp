@@ -12,11 +12,11 @@
 namespace {
 
 const QString sRecorder = QStringLiteral(HOST_MODULES "recorder.so");
-const QByteArray sPrompt = "CRecorder> ";
 
 } // namespace
 
 #define WAIT_FOR(oTerminal, sText) QVERIFY2((oTerminal).waitFor(sText), (oTerminal).screen().constData())
+#define WAIT_FOR_PROMPT(oTerminal) QVERIFY2((oTerminal).waitForPrompt(), (oTerminal).screen().constData())
 
 class TestHostPrompt : public QObject
 {
@@ -28,13 +28,13 @@ private Q_SLOTS:
     void aTerminalGetsAPromptThatSurvivesErrors()
     {
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("ad 1\r");
         WAIT_FOR(oTerminal, "unknown method \"ad\"; did you mean \"add\"?");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("CRecorder x\r");
         WAIT_FOR(oTerminal, "construct x");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("\x04");
         WAIT_FOR(oTerminal, "free 1 of x");
         QCOMPARE(oTerminal.exitCode(), 0);
@@ -46,7 +46,7 @@ private Q_SLOTS:
                                 QStringLiteral(".echo first")},
             oFolder.path());
         WAIT_FOR(oTerminal, "first");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".quit\r");
         QCOMPARE(oTerminal.exitCode(), 0);
     }
@@ -62,9 +62,9 @@ private Q_SLOTS:
     void tabCompletesMethodsBuiltInsAndVariables()
     {
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".se\t rows 41\r");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".ec\t$ro\t\r");
         WAIT_FOR(oTerminal, "\n41\r\n");
         oTerminal.type("s\t");
@@ -74,13 +74,14 @@ private Q_SLOTS:
     void interruptClearsTheLineOnly()
     {
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".echo lost");
         WAIT_FOR(oTerminal, "lost");
         oTerminal.type("\x03");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".echo kept\r");
         WAIT_FOR(oTerminal, "\nkept\r\n");
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("\x04");
         QCOMPARE(oTerminal.exitCode(), 0);
     }
@@ -88,11 +89,11 @@ private Q_SLOTS:
     void interruptEndsASleepAndThePromptGoesOn()
     {
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".echo now; .sleep 1000; .echo never\r");
         WAIT_FOR(oTerminal, "\nnow\r\n");
         oTerminal.type("\x03");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         QVERIFY(!oTerminal.screen().contains("\nnever"));
         oTerminal.type("\x04");
         QCOMPARE(oTerminal.exitCode(), 0);
@@ -109,10 +110,10 @@ private Q_SLOTS:
     {
         QFETCH(int, iSignal);
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("CRecorder x\r");
         WAIT_FOR(oTerminal, "construct x");
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.sendSignal(iSignal);
         WAIT_FOR(oTerminal, "free 1 of x");
         QCOMPARE(oTerminal.exitCode(), 128 + iSignal);
@@ -124,15 +125,16 @@ private Q_SLOTS:
         const QString sDeep = oState.filePath(QStringLiteral("a/b"));
         {
             CTerminal oTerminal({sRecorder}, sDeep);
-            WAIT_FOR(oTerminal, sPrompt);
+            WAIT_FOR_PROMPT(oTerminal);
             oTerminal.type(".echo remembered\r");
             WAIT_FOR(oTerminal, "\nremembered\r\n");
+            WAIT_FOR_PROMPT(oTerminal);
             oTerminal.type("\x04");
             QCOMPARE(oTerminal.exitCode(), 0);
         }
         QVERIFY(QFile::exists(sDeep + QStringLiteral("/qtutils-host/history")));
         CTerminal oTerminal({sRecorder}, sDeep);
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type("\x1b[A\r"); // arrow up
         WAIT_FOR(oTerminal, "\nremembered\r\n");
     }
@@ -140,7 +142,7 @@ private Q_SLOTS:
     void aHistoryThatCantBeWrittenIsNoError()
     {
         CTerminal oTerminal({sRecorder}, QStringLiteral("/proc/absent"));
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".quit\r");
         QCOMPARE(oTerminal.exitCode(), 0);
         QVERIFY(!oTerminal.screen().contains("rror"));
@@ -150,7 +152,7 @@ private Q_SLOTS:
     {
         qputenv("LC_ALL", "C.UTF-8");
         CTerminal oTerminal({sRecorder}, oFolder.path());
-        WAIT_FOR(oTerminal, sPrompt);
+        WAIT_FOR_PROMPT(oTerminal);
         oTerminal.type(".echo \"Größe\"\r");
         WAIT_FOR(oTerminal, "\nGröße\r\n");
     }

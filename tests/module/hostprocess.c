@@ -55,6 +55,22 @@ static void print_surroundings(void)
         printf("variable %s\n", *ppc);
 }
 
+static void ignore(int iSignal)
+{
+    (void)iSignal;
+}
+
+static void customize(void)
+{
+    sigset_t oBlocked;
+    signal(SIGPIPE, ignore);
+    sigemptyset(&oBlocked);
+    sigaddset(&oBlocked, SIGUSR1);
+    pthread_sigmask(SIG_BLOCK, &oBlocked, NULL);
+    umask(027);
+    setlocale(LC_CTYPE, "C.UTF-8");
+}
+
 static bool end_process(char** apcFields)
 {
     if (strcmp(apcFields[0], "exit") == 0)
@@ -76,6 +92,8 @@ bool process_command(char** apcFields, char* pcResult)
         snprintf(pcResult, ResultSize, "%s", getenv(apcFields[1]) == NULL ? "unset" : getenv(apcFields[1]));
     else if (strcmp(apcFields[0], "surroundings") == 0)
         print_surroundings();
+    else if (strcmp(apcFields[0], "customize") == 0)
+        customize();
     else
         return end_process(apcFields);
     return true;

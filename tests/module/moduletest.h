@@ -10,8 +10,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Where the tree's root lies in the window.
+/// Where the tree's root and the table's first row lie in a window of the least size.
 constexpr QPoint RootItem(60, 45);
+constexpr QPoint FirstRow(500, 64);
 
 /// Waits for a condition. The limit is for a hang only.
 #define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 20000)

@@ -73,7 +73,8 @@ private Q_SLOTS:
     void anUnloadedModuleCanBeLoadedAgain_data()
     {
         QTest::addColumn<QByteArray>("oLife");
-        for (const char* pcLife : {"never constructed", "hidden", "shown", "just freed", "freed"})
+        for (const char* pcLife :
+            {"never constructed", "hidden", "shown", "viewer open", "just freed", "freed"})
             QTest::newRow(pcLife) << QByteArray(pcLife);
     }
 
@@ -123,6 +124,17 @@ private:
         QTUTILS_WAIT_FOR(oScreen.isShown("SQL Error"));
     }
 
+    void openViewer(CPlainHost& oHost) const
+    {
+        show(oHost);
+        QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));
+        oHost.call("select", {"i:1"});
+        oHost.numRows();
+        oScreen.click(oScreen.place("Ombrel").topLeft() + FirstRow);
+        oScreen.press({"Return"});
+        QTUTILS_WAIT_FOR(oScreen.shown().size() == 2);
+    }
+
     static void queryMany(CPlainHost& oHost)
     {
         oHost.start();
@@ -157,6 +169,7 @@ private:
                 oHost.start();
                 oHost.call("show");
             }},
+        {"viewer open", [this](CPlainHost& oHost) { openViewer(oHost); }},
         {"many rows", queryMany},
         {"fillDate waits", fillDate},
         {"just freed", free},

@@ -113,7 +113,7 @@ void* CArguments::bufferSlot(std::size_t nIndex, const SBuffer& oBuffer)
 
 template <typename T> void* CArguments::allocate(std::size_t nArgument, int iLength)
 {
-    T* pData = oArena.array<T>(std::size_t(iLength));
+    auto* pData = oArena.array<T>(std::size_t(iLength));
     vBuffers.push_back({nArgument, iLength, pData});
     return pData;
 }

@@ -18,10 +18,12 @@ class CArguments
 {
 public:
     /// Throws CError, which begins with the name of the method, for a wrong number or kind of arguments.
-    CArguments(const CPrototype& oPrototype, const std::vector<Value>& vValues, CArena& oArena);
+    /// @param oForm must outlive this object
+    /// @param oBuffers gets all memory; must outlive every thread of the module
+    CArguments(const CPrototype& oForm, const std::vector<Value>& vValues, CArena& oBuffers);
 
     /// One pointer per argument, in the order of the prototype.
-    void** slots() const { return ppSlots; }
+    [[nodiscard]] void** slots() const { return ppSlots; }
 
     /// A result buffer after the call.
     struct SResult
@@ -31,7 +33,7 @@ public:
     };
 
     /// Reads the result buffers, in the order of the prototype.
-    std::vector<SResult> results() const;
+    [[nodiscard]] std::vector<SResult> results() const;
 
 private:
     void* slot(std::size_t nIndex, const Value& oValue);

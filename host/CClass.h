@@ -32,17 +32,17 @@ public:
     CClass(const char* const* ppcDescriptor, const Resolver& resolve);
 
     /// The name of the constructor, which is the name of the class.
-    const std::string& name() const { return constructor().oPrototype.name(); }
-    const std::string& prefix() const { return sPrefix; }
+    [[nodiscard]] const std::string& name() const { return constructor().oPrototype.name(); }
+    [[nodiscard]] const std::string& prefix() const { return sPrefix; }
 
-    const SEntryPoint& constructor() const { return vEntryPoints[0]; }
-    const SEntryPoint& destructor() const { return vEntryPoints[1]; }
+    [[nodiscard]] const SEntryPoint& constructor() const { return vEntryPoints[0]; }
+    [[nodiscard]] const SEntryPoint& destructor() const { return vEntryPoints[1]; }
 
     /// Constructor, destructor and methods, in the order of the descriptor.
-    const std::vector<SEntryPoint>& entryPoints() const { return vEntryPoints; }
+    [[nodiscard]] const std::vector<SEntryPoint>& entryPoints() const { return vEntryPoints; }
 
     /// The entry point of that name; throws CError with the closest name when there is none.
-    const SEntryPoint& find(const std::string& sName) const;
+    [[nodiscard]] const SEntryPoint& find(const std::string& sName) const;
 
 private:
     std::string sPrefix;

@@ -18,7 +18,7 @@ public:
     }
 
     /// Whether the text already names file and line.
-    bool located() const { return bHasPlace; }
+    [[nodiscard]] bool located() const { return bHasPlace; }
 
 private:
     bool bHasPlace;

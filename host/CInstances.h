@@ -23,7 +23,7 @@ public:
     bool construct(const CClass& oClass, void** ppArguments);
 
     /// The handle of the newest instance of the class; null when there is none.
-    void* handle(const CClass& oClass) const;
+    [[nodiscard]] void* handle(const CClass& oClass) const;
 
     /// Calls the destructor of the newest instance of the class, which must exist.
     void free(const CClass& oClass, void** ppArguments);
@@ -38,7 +38,7 @@ private:
         void* pHandle;
     };
 
-    std::vector<SInstance>::const_reverse_iterator newest(const CClass& oClass) const;
+    [[nodiscard]] std::vector<SInstance>::const_reverse_iterator newest(const CClass& oClass) const;
 
     CArena& oArena;
     std::vector<SInstance> vInstances;

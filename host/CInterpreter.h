@@ -34,13 +34,13 @@ public:
     void execute(const SStatement& oStatement);
 
     /// Whether `.quit` was called.
-    bool quit() const { return bQuit; }
+    [[nodiscard]] bool quit() const { return bQuit; }
 
     /// The class that calls go to.
-    const CClass& currentClass() const { return *pClass; }
+    [[nodiscard]] const CClass& currentClass() const { return *pClass; }
 
     /// What a statement or argument may begin with: methods, built-ins and variables with their dollar sign.
-    std::vector<std::string> completions() const;
+    [[nodiscard]] std::vector<std::string> completions() const;
 
     /// Calls the destructor for each construction that is not freed yet.
     void freeAll() { oInstances.freeAll(); }
@@ -69,7 +69,7 @@ private:
 
     void executeCall(const SStatement& oStatement);
     void call(const SEntryPoint& oEntry, void** ppSlots);
-    Values evaluateAll(const std::vector<SExpression>& vExpressions) const;
+    [[nodiscard]] Values evaluateAll(const std::vector<SExpression>& vExpressions) const;
 
     const CModule& oModule;
     CArena& oArena;

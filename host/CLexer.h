@@ -38,16 +38,16 @@ public:
     static std::vector<SToken> tokens(const std::string& sLine);
 
 private:
-    explicit CLexer(const std::string& sLine);
+    explicit CLexer(const std::string& sText);
 
     bool skipBlanks();
     SToken next(bool bJoined);
     SToken readText(bool bJoined);
     SToken readVariable(bool bJoined);
     SToken readWord(bool bJoined);
-    char escaped() const;
-    bool atArrow() const;
-    bool atWordEnd() const;
+    [[nodiscard]] char escaped() const;
+    [[nodiscard]] bool atArrow() const;
+    [[nodiscard]] bool atWordEnd() const;
 
     const std::string& sLine;
     std::size_t nPos = 0;

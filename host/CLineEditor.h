@@ -22,8 +22,8 @@ public:
     /// Returns all texts that a word can be completed to.
     using Candidates = std::function<std::vector<std::string>()>;
 
-    /// @p oSignals must outlive the editor.
-    CLineEditor(const CSignals& oSignals, Candidates fnCandidates);
+    /// @p oNoted must outlive the editor.
+    CLineEditor(const CSignals& oNoted, Candidates fnAll);
 
     /// Writes the history.
     ~CLineEditor();
@@ -31,14 +31,15 @@ public:
     CLineEditor(const CLineEditor&) = delete;
     CLineEditor& operator=(const CLineEditor&) = delete;
 
-    /// The next line without its line end; nothing at the end of input or when a signal is noted.
-    std::optional<std::string> next(const std::string& sPrompt);
+    /// The next line behind the prompt @p sText, without its line end; nothing at the end of input or when a
+    /// signal is noted.
+    std::optional<std::string> next(const std::string& sText);
 
 private:
-    static CLineEditor& self(EditLine* pEdit);
-    static char* promptText(EditLine* pEdit);
-    static int readCharacter(EditLine* pEdit, wchar_t* pcRead);
-    static unsigned char completeWord(EditLine* pEdit, int iKey);
+    static CLineEditor& self(EditLine* pLine);
+    static char* promptText(EditLine* pLine);
+    static int readCharacter(EditLine* pLine, wchar_t* pcRead);
+    static unsigned char completeWord(EditLine* pLine, int iKey);
 
     void loadHistory();
     void remember(const std::string& sLine);

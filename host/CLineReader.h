@@ -12,9 +12,9 @@ class CSignals;
 class CLineReader
 {
 public:
-    /// The file and the signals must outlive the reader; the caller closes @p iFile.
+    /// The file and the signals must outlive the reader; the caller closes @p iOpened.
     /// @param sName what an error calls the file
-    CLineReader(int iFile, std::string sName, const CSignals& oSignals);
+    CLineReader(int iOpened, std::string sName, const CSignals& oNoted);
 
     /// The next line without its line end; nothing at the end of the file or when a signal is noted.
     /// Throws CError when reading fails.

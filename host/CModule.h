@@ -18,21 +18,21 @@ class CModule
 public:
     /// Loads the file; a path without a slash means the current folder, never the library path.
     /// Throws CError when the file can't be loaded or its description is incomplete.
-    explicit CModule(const std::string& sPath);
+    explicit CModule(const std::string& sFile);
 
-    const std::string& path() const { return sPath; }
-    const std::string& nameSpace() const { return sNamespace; }
+    [[nodiscard]] const std::string& path() const { return sPath; }
+    [[nodiscard]] const std::string& nameSpace() const { return sNamespace; }
 
     /// At least one class, in the order of the module.
-    const std::vector<CClass>& classes() const { return vClasses; }
+    [[nodiscard]] const std::vector<CClass>& classes() const { return vClasses; }
 
     /// The class of that name; throws CError with the closest name when there is none.
-    const CClass& find(const std::string& sName) const;
+    [[nodiscard]] const CClass& find(const std::string& sName) const;
 
 private:
     void readClasses();
-    void* symbol(const std::string& sName) const;
-    void* descriptorSymbol(const std::string& sName) const;
+    [[nodiscard]] void* symbol(const std::string& sName) const;
+    [[nodiscard]] void* descriptorSymbol(const std::string& sName) const;
 
     std::string sPath;
     void* pLibrary = nullptr;

@@ -27,7 +27,7 @@ public:
         const bool bDigitFirst = !svRest.empty() && svRest[0] >= '0' && svRest[0] <= '9';
         const std::size_t nLength =
             bDigitFirst ? 0 : std::min(svRest.find_first_not_of(svLetters), svRest.size());
-        const std::string sWord(svRest.substr(0, nLength));
+        std::string sWord(svRest.substr(0, nLength));
         svRest.remove_prefix(nLength);
         return sWord;
     }

@@ -26,15 +26,15 @@ struct SArgument
 class CPrototype
 {
 public:
-    /// Reads @p sText; throws CError, which quotes the text, when it isn't a prototype with known types.
-    explicit CPrototype(const std::string& sText);
+    /// Reads @p sPrototype; throws CError, which quotes the text, when it isn't a prototype with known types.
+    explicit CPrototype(const std::string& sPrototype);
 
-    const std::string& text() const { return sText; }
-    const std::string& name() const { return sName; }
-    const std::vector<SArgument>& arguments() const { return vArguments; }
+    [[nodiscard]] const std::string& text() const { return sText; }
+    [[nodiscard]] const std::string& name() const { return sName; }
+    [[nodiscard]] const std::vector<SArgument>& arguments() const { return vArguments; }
 
     /// "argument 2 (iTimeFrame)" for @p nIndex 1; without brackets when the argument has no name.
-    std::string argumentLabel(std::size_t nIndex) const;
+    [[nodiscard]] std::string argumentLabel(std::size_t nIndex) const;
 
 private:
     std::string sText;

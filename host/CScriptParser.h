@@ -23,17 +23,17 @@ private:
     std::string resultVariable();
     std::vector<SExpression> list(EToken eClose, const char* pcUnclosed);
     void separator();
-    bool atListEnd(EToken eClose) const;
+    [[nodiscard]] bool atListEnd(EToken eClose) const;
     SExpression argument();
     SExpression primary();
     SExpression word();
     SExpression buffer(const std::string& sType);
     SExpression maker(const std::string& sName);
 
-    const SToken& token() const { return vTokens[nPos]; }
+    [[nodiscard]] const SToken& token() const { return vTokens[nPos]; }
     SToken take() { return vTokens[nPos++]; }
     bool takeIf(EToken eType);
-    bool joined(EToken eType) const { return token().eType == eType && token().bJoined; }
+    [[nodiscard]] bool joined(EToken eType) const { return token().eType == eType && token().bJoined; }
 
     std::vector<SToken> vTokens;
     std::size_t nPos = 0;

@@ -46,7 +46,7 @@ public:
         close(iFile);
     }
 
-    int file() const { return iFile; }
+    [[nodiscard]] int file() const { return iFile; }
 
 private:
     std::vector<std::filesystem::path>& vFolders;

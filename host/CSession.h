@@ -15,7 +15,7 @@ class CSession
 {
 public:
     /// Both must outlive the session. The session serves the interpreter's `.include`.
-    CSession(CInterpreter& oInterpreter, CSignals& oSignals);
+    CSession(CInterpreter& oCarriesOut, CSignals& oNoted);
 
     /// Runs a script; throws CError "FILE:LINE: cause" at its first error.
     void runFile(const std::string& sFile);
@@ -31,7 +31,7 @@ public:
     void runPrompt();
 
     /// Whether `.quit` or a signal has ended the session.
-    bool stopped() const;
+    [[nodiscard]] bool stopped() const;
 
 private:
     void includeFile(const std::string& sFile);

@@ -16,13 +16,13 @@ public:
     CSignals();
 
     /// The noted signal, 0 when there is none.
-    int pending() const;
+    [[nodiscard]] int pending() const;
 
     /// Forgets a noted SIGINT; false when another signal or none is noted.
     bool takeInterrupt();
 
     /// Waits until @p iFile can be read or has ended; false when a signal is noted.
-    bool waitReadable(int iFile) const;
+    [[nodiscard]] bool waitReadable(int iFile) const;
 
     /// Waits @p dSeconds; returns early when a signal is noted.
     void sleep(double dSeconds) const;

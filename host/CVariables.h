@@ -17,21 +17,21 @@ public:
     void set(const std::string& sName, const Value& oValue) { oValues.insert_or_assign(sName, oValue); }
 
     /// Throws CError when there is no such variable.
-    const Value& get(const std::string& sName) const;
+    [[nodiscard]] const Value& get(const std::string& sName) const;
 
     /// The names, sorted.
-    std::vector<std::string> names() const;
+    [[nodiscard]] std::vector<std::string> names() const;
 
     /// What @p oExpression stands for. Throws CError.
-    Value evaluate(const SExpression& oExpression) const;
+    [[nodiscard]] Value evaluate(const SExpression& oExpression) const;
 
 private:
-    SNumbers array(const SExpression& oExpression) const;
-    SBuffer buffer(const SExpression& oExpression) const;
-    int product(const SExpression& oExpression) const;
-    SNumbers repeat(const SExpression& oExpression) const;
-    SNumbers ramp(const SExpression& oExpression) const;
-    int count(const SExpression& oExpression) const;
+    [[nodiscard]] SNumbers array(const SExpression& oExpression) const;
+    [[nodiscard]] SBuffer buffer(const SExpression& oExpression) const;
+    [[nodiscard]] int product(const SExpression& oExpression) const;
+    [[nodiscard]] SNumbers repeat(const SExpression& oExpression) const;
+    [[nodiscard]] SNumbers ramp(const SExpression& oExpression) const;
+    [[nodiscard]] int count(const SExpression& oExpression) const;
 
     std::map<std::string, Value> oValues;
 };

@@ -21,10 +21,10 @@ std::size_t editDistance(const std::string& sFrom, const std::string& sTo)
 {
     std::vector<std::size_t> vRow(sTo.size() + 1);
     std::iota(vRow.begin(), vRow.end(), std::size_t{0});
-    for (std::size_t i = 0; i < sFrom.size(); ++i) {
+    for (const char cFrom : sFrom) {
         std::size_t nDiagonal = vRow[0]++;
         for (std::size_t j = 0; j < sTo.size(); ++j) {
-            const std::size_t nReplaced = nDiagonal + (sameLetter(sFrom[i], sTo[j]) ? 0 : 1);
+            const std::size_t nReplaced = nDiagonal + (sameLetter(cFrom, sTo[j]) ? 0 : 1);
             nDiagonal = vRow[j + 1];
             vRow[j + 1] = std::min({nReplaced, vRow[j] + 1, vRow[j + 1] + 1});
         }

@@ -56,7 +56,7 @@ int run(const SOptions& oOptions)
 {
     // Deliberate: never destroyed. The module's threads may use the buffers until the process is gone; the
     // static pointer tells leak checkers that the memory is still in use. Pinned by tst_program.
-    static CArena* const pArena = new CArena;
+    static auto* const pArena = new CArena;
     CSignals oSignals;
     const CModule oModule(oOptions.sModule);
     if (oOptions.bList) {

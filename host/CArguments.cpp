@@ -144,7 +144,7 @@ void* CArguments::intsSlot(const Value& oValue, const std::string& sWhat)
     if (!pNumbers->sNotInt.empty()) {
         throw CError(sWhat + " must be an int array, got an array with " + pNumbers->sNotInt);
     }
-    int* piValues = oArena.array<int>(pNumbers->vdValues.size());
+    auto* piValues = oArena.array<int>(pNumbers->vdValues.size());
     for (const double dValue : pNumbers->vdValues) {
         *piValues++ = int(std::lround(dValue)); // a ramp has fractions between its ends
     }
@@ -157,7 +157,7 @@ void* CArguments::floatsSlot(const Value& oValue, const std::string& sWhat)
     if (!pNumbers) {
         throwKind(sWhat, "a float array or float[N]", oValue);
     }
-    float* pfValues = oArena.array<float>(pNumbers->vdValues.size());
+    auto* pfValues = oArena.array<float>(pNumbers->vdValues.size());
     for (const double dValue : pNumbers->vdValues) {
         *pfValues++ = float(dValue);
     }

@@ -26,7 +26,7 @@ public:
     /// The references must outlive the interpreter, and the arena every thread of the module.
     /// @param vNeeded environment variables that a null handle is explained with
     CInterpreter(
-        const CModule& oModule, CArena& oArena, const CSignals& oSignals, std::vector<std::string> vNeeded);
+        const CModule& oLoaded, CArena& oBuffers, const CSignals& oNoted, std::vector<std::string> vNeeded);
 
     void setInclude(Include fnInclude) { include = std::move(fnInclude); }
 

@@ -138,9 +138,9 @@ private Q_SLOTS:
     {
         const CClass oClass =
             makeClass({"box_:", "CBox()", "FREE_CBox()", "void show()", "void hide()", nullptr});
-        QCOMPARE(errorOf([&] { oClass.find("shwo"); }),
+        QCOMPARE(errorOf([&] { return oClass.find("shwo"); }),
             QStringLiteral("unknown method \"shwo\"; did you mean \"show\"?"));
-        QCOMPARE(errorOf([&] { oClass.find("HIDE"); }),
+        QCOMPARE(errorOf([&] { return oClass.find("HIDE"); }),
             QStringLiteral("unknown method \"HIDE\"; did you mean \"hide\"?"));
     }
 

@@ -1,68 +1,85 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
-"""Rules that hold for every file of the project."""
+"""The project's files follow the rules."""
 
 import fnmatch
 import os
 import re
 import tomllib
-from collections.abc import Iterator
+from collections.abc import Iterable, Iterator
 from pathlib import Path
+
+import pytest
+import rules
 
 TOP = Path(__file__).resolve().parents[2]
 SKIPPED = re.compile(r"build|demo-out$|\.git$|\.cache$|\.mypy_cache$|\.pytest_cache$|__pycache__$")
-HEADER = ("SPDX-FileCopyrightText: The qtutils developers", "SPDX-License-Identifier: MIT")
-LIMITS = {".h": 120, ".cpp": 300, ".c": 300, ".py": 300, ".sh": 300, "": 300}
+CPP = (".h", ".cpp", ".c")
 
 
-def files() -> Iterator[Path]:
-    for folder, folders, names in os.walk(TOP):
+def names() -> Iterator[str]:
+    """Names of all files below the top folder."""
+    for folder, folders, files in os.walk(TOP):
         folders[:] = [name for name in folders if not SKIPPED.match(name)]
-        yield from (Path(folder, name) for name in names if not name.endswith(".pyc"))
+        yield from (
+            Path(folder, name).relative_to(TOP).as_posix() for name in files if not name.endswith(".pyc")
+        )
 
 
-def covered_patterns() -> list[str]:
-    with open(TOP / "REUSE.toml", "rb") as file:
-        return [pattern for annotation in tomllib.load(file)["annotations"] for pattern in annotation["path"]]
+def text_of(name: str) -> str:
+    return (TOP / name).read_text(encoding="utf-8", errors="replace")
 
 
-def is_covered(path: Path, patterns: list[str]) -> bool:
-    name = path.relative_to(TOP).as_posix()
+TEXTS = {name: text_of(name) for name in names() if not name.endswith(".png")}
+SOURCES = {name: text for name, text in TEXTS.items() if rules.suffix(name) in (*CPP, ".py")}
+# The rules' own samples are bad on purpose.
+SAMPLES = "tests/lint/test_rules.py"
+
+
+def is_covered(name: str) -> bool:
+    """The annotation file names the licence of files that can hold no header."""
+    annotations = tomllib.loads(TEXTS["REUSE.toml"])["annotations"]
+    patterns = [pattern for annotation in annotations for pattern in annotation["path"]]
     return any(fnmatch.fnmatch(name, pattern.replace("**", "*")) for pattern in patterns)
 
 
-def text_of(path: Path) -> str:
-    return path.read_text(encoding="utf-8", errors="replace")
+def report(faults: Iterable[str]) -> None:
+    """Fails with one line for each fault."""
+    text = "\n".join(faults)
+    if text:
+        pytest.fail(text, pytrace=False)
+
+
+def test_all_folders_are_seen() -> None:
+    assert len(TEXTS) > 100
+    assert {"binding/CHandover.cpp", "tests/lint/rules.py", "check"} <= TEXTS.keys()
 
 
 def test_every_file_names_its_licence() -> None:
-    patterns = covered_patterns()
-    sources = [path for path in files() if path.parent.name != "LICENSES" and not is_covered(path, patterns)]
-    bare = [str(path) for path in sources if not all(line in text_of(path)[:400] for line in HEADER)]
-    assert len(sources) > 100
-    assert bare == []
+    bare = [name for name in TEXTS if not name.startswith("LICENSES/") and not is_covered(name)]
+    report(fault for name in bare for fault in rules.licence(name, TEXTS[name]))
 
 
 def test_files_stay_short() -> None:
-    lengths = {path: len(text_of(path).splitlines()) for path in files() if path.suffix in LIMITS}
-    limits = {path: LIMITS[path.suffix] for path in lengths}
-    assert [f"{path}: {lengths[path]} lines" for path in lengths if lengths[path] > limits[path]] == []
-
-
-def test_tests_wait_for_conditions() -> None:
-    """A fixed wait needs a comment on its line that gives the reason."""
-    wait = re.compile(r"\b(QTest::qWait|QTest::qSleep|usleep|sleep_for|sleep)\(")
-    lines = [
-        f"{path}:{number}: {line.strip()}"
-        for path in files()
-        if "tests" in path.relative_to(TOP).parts and path.suffix in (".cpp", ".h", ".c", ".py")
-        for number, line in enumerate(text_of(path).splitlines(), 1)
-        if wait.search(line) and not re.search(r"//|# ", line) and path != Path(__file__)
-    ]
-    assert lines == []
+    report(fault for name, text in TEXTS.items() for fault in rules.length(name, text))
 
 
 def test_lines_are_clean() -> None:
-    texts = {path: text_of(path) for path in files() if path.suffix != ".png"}
-    assert [str(path) for path, text in texts.items() if text and not text.endswith("\n")] == []
-    assert [str(path) for path, text in texts.items() if re.search(r"[ \t]$|\t|\r", text, re.MULTILINE)] == []
+    report(fault for name, text in TEXTS.items() for fault in rules.cleanliness(name, text))
+
+
+def test_tests_wait_for_conditions() -> None:
+    tests = {name: text for name, text in TEXTS.items() if "tests" in name.split("/") and name != SAMPLES}
+    assert len(tests) > 20
+    report(fault for name, text in tests.items() for fault in rules.waits(name, text))
+
+
+def test_deliberate_oddities_are_tested() -> None:
+    programs = [name for name in SOURCES if name.rsplit("/", 1)[-1].startswith(("tst_", "test_"))]
+    tests = dict(rules.tests_of(name, SOURCES[name]) for name in programs)
+    marked = {name: text for name, text in SOURCES.items() if not name.startswith("tests/lint/")}
+    report(fault for name, text in marked.items() for fault in rules.deliberate(name, text, tests))
+
+
+def test_sources_are_formatted() -> None:
+    report(rules.layout(TOP, [name for name in SOURCES if rules.suffix(name) in CPP]))

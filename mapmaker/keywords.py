@@ -22,7 +22,9 @@ KEYWORDS = 8
 CANDIDATES = 40
 LEAST_SHARE = 0.1  # of a node's documents that use a keyword
 RARE = 0.01  # factor for words below that share
-FAMILIAR = 0.02  # a first keyword may score this share of the node's best when the better ones are taken
+# A first keyword may score this share of the node's best when the better ones are taken; so low that even a
+# word just below the least share may stand in.
+FAMILIAR = 0.001
 TOGETHER = 4.0  # weight of co-occurrence in the choice of further keywords
 STEM = 5  # letters that two forms of one word share
 DIGITS = 9

@@ -79,7 +79,7 @@ def neighbours(grid: Grid) -> NDArray[np.bool_]:
 
 def scores(points: Floats, models: Floats) -> Floats:
     """Squared distances (n, u) without the points' own squared length, which no comparison needs."""
-    result: Floats = (models**2).sum(axis=1) - 2 * (points @ models.T)
+    result: Floats = (models**2).sum(axis=1) - 2 * (points @ np.ascontiguousarray(models.T))
     return result
 
 
@@ -150,7 +150,7 @@ def train(
             near = pull(squares, first_width * (schedule.last_width / first_width) ** done)
             chosen = points[order[start : start + batch]]
             seen, number_seen = unit_sums(chosen, winners(chosen, models), grid.units)
-            sums = to_grain(keep * sums + near @ seen, 2.0**-34)
+            sums = keep * sums + near @ seen
             weights = keep * weights + near @ number_seen
             models = weighted_means(sums, weights, models)
     return settle(points, models, pull(squares, schedule.last_width), schedule.full_passes)

@@ -1,0 +1,70 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""The map of small point sets."""
+
+import numpy as np
+import pytest
+
+from mapmaker import quality, som
+from mapmaker.som import Grid, Schedule
+from mapmaker.vectors import GRAIN, Floats, to_grain
+
+QUICK = Schedule(batch=64, passes=15, last_width=0.5)
+
+
+def square(count: int = 1000) -> Floats:
+    """Points (n, 2) spread evenly in a square."""
+    return to_grain(np.random.default_rng(5).random((count, 2)), GRAIN)
+
+
+def test_inner_units_have_six_neighbours() -> None:
+    touching = som.neighbours(Grid(4, 3))
+    assert np.flatnonzero(touching[5]).tolist() == [1, 2, 4, 6, 9, 10]
+    assert np.flatnonzero(touching[0]).tolist() == [1, 4]
+    assert (touching == touching.T).all()
+
+
+@pytest.mark.parametrize("documents, width, height", [(13000, 16, 12), (2000, 10, 8), (4, 2, 2)])
+def test_the_grid_grows_with_the_collection(documents: int, width: int, height: int) -> None:
+    assert som.default_grid(documents) == (width, height)
+
+
+def test_a_square_keeps_its_topology() -> None:
+    points, grid = square(), Grid(8, 6)
+    models = som.train(points, grid, np.random.default_rng(1), QUICK)
+    assert quality.topographic_error(points, models, grid) < 0.1
+    assert quality.quantization_error(points, models) < 0.09
+    assert quality.empty_units(points, models) == 0
+
+
+def test_untrained_models_are_worse() -> None:
+    points, grid = square(), Grid(8, 6)
+    first = som.first_models(points, grid)
+    trained = som.train(points, grid, np.random.default_rng(1), QUICK)
+    assert quality.quantization_error(points, trained) < quality.quantization_error(points, first)
+
+
+def test_the_seed_decides_the_map() -> None:
+    points, grid = square(300), Grid(4, 3)
+    runs = [som.train(points, grid, np.random.default_rng(seed), QUICK).tobytes() for seed in (1, 1, 2)]
+    assert runs[0] == runs[1]
+    assert runs[0] != runs[2]
+
+
+def test_a_random_map_has_a_high_topographic_error() -> None:
+    points, grid = square(), Grid(8, 6)
+    models = np.random.default_rng(3).random((grid.units, 2))
+    assert quality.topographic_error(points, models, grid) > 0.5
+
+
+def test_equal_points_and_points_at_zero_do_no_harm() -> None:
+    models = som.train(np.zeros((30, 3)), Grid(3, 2), np.random.default_rng(1), QUICK)
+    assert np.isfinite(models).all()
+
+
+def test_the_nearest_model_wins_and_the_first_of_equals() -> None:
+    models = np.array([[0.0, 0.0], [1.0, 0.0], [1.0, 0.0]])
+    points = np.array([[0.75, 0.0], [0.25, 0.0]])
+    assert som.winners(points, models).tolist() == [1, 0]
+    assert som.distances(points, models, np.array([1, 0])).tolist() == [0.25, 0.25]

@@ -8,8 +8,8 @@ import json
 import os
 import sys
 import time
-from collections.abc import Iterable, Iterator, Sequence
-from contextlib import contextmanager
+from collections.abc import Iterable, Iterator, Mapping, Sequence
+from contextlib import contextmanager, suppress
 from typing import TypeVar
 
 import numpy as np
@@ -144,12 +144,21 @@ def make_map(
     return content, nodes, mapping.figures(made, trained, chosen)
 
 
-def write_aside(path: str, lines: Iterable[str]) -> str:
-    """Writes a text file under another name, which is returned; one rename puts it in place."""
-    aside = f"{path}.{os.getpid()}.new"
-    with open(aside, "w", encoding="utf-8") as stream:
-        stream.writelines(f"{line}\n" for line in lines)
-    return aside
+@contextmanager
+def replaced_files(texts: Mapping[str, Iterable[str]]) -> Iterator[None]:
+    """Writes text files aside, lets the caller act, and puts them in place unless that fails."""
+    aside = {path: f"{path}.{os.getpid()}.new" for path in texts}
+    try:
+        for path, lines in texts.items():
+            with open(aside[path], "w", encoding="utf-8") as stream:
+                stream.writelines(f"{line}\n" for line in lines)
+        yield
+        for path, written in aside.items():
+            os.replace(written, path)
+    finally:
+        for written in aside.values():
+            with suppress(FileNotFoundError):
+                os.remove(written)
 
 
 def report_lines(options: argparse.Namespace, numbers: dict[str, float], steps: Steps) -> list[str]:
@@ -177,14 +186,12 @@ def run(options: argparse.Namespace) -> None:
     with store.connection() as link:
         with steps.step("storing"):
             store.fill(link, names, content, bar)
-        files = {}
-        if options.script:
-            files[options.script] = write_aside(options.script, hierarchy.script_lines(nodes, about))
-        if options.report:
-            files[options.report] = write_aside(options.report, report_lines(options, numbers, steps))
-        store.swap(link, names)
-    for path, aside in files.items():
-        os.replace(aside, path)
+        texts_of = {
+            options.script: hierarchy.script_lines(nodes, about),
+            options.report: report_lines(options, numbers, steps),
+        }
+        with replaced_files({path: lines for path, lines in texts_of.items() if path}):
+            store.swap(link, names)
     for name, value in numbers.items():
         say(f"{name}: {value:.4g}")
 

@@ -11,7 +11,7 @@ import numpy as np
 from mapmaker import hierarchy, keywords, quality, som
 from mapmaker.hierarchy import Node
 from mapmaker.som import Grid, Ints
-from mapmaker.sources.document import Document
+from mapmaker.sources.document import Document, SourceError
 from mapmaker.vectors import Floats, Vectors, vectorize
 
 
@@ -24,8 +24,14 @@ class SOM(NamedTuple):
 
 
 def vectors(documents: Sequence[Document], rng: np.random.Generator) -> Vectors:
-    """Vectors of the documents; the title counts as text, so that names of packages have weight."""
-    return vectorize((f"{document.title}\n{document.text}" for document in documents), rng)
+    """Vectors of the documents; the title counts as text, so that names of packages have weight.
+
+    Raises SourceError when hardly a word occurs in several documents.
+    """
+    try:
+        return vectorize((f"{document.title}\n{document.text}" for document in documents), rng)
+    except ValueError as error:
+        raise SourceError("the texts have too few words in common") from error
 
 
 def tree(points: Floats, trained: SOM) -> list[Node]:

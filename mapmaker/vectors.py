@@ -78,6 +78,8 @@ def project(counts: csr_matrix, rng: np.random.Generator, dimensions: int = DIME
     """
     weights = TfidfTransformer(sublinear_tf=True).fit_transform(counts)
     dimensions = min(dimensions, min(weights.shape) - 1)
+    if dimensions < 2:
+        raise ValueError("a map needs at least two dimensions")
     seed = int(rng.integers(2**31))
     axes = randomized_svd(weights, dimensions, n_iter=7, random_state=seed)[2]
     points = weights @ to_grain(axes.T, 2.0**-20)

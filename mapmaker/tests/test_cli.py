@@ -106,6 +106,15 @@ def test_too_few_release_notes_fall_back_to_the_sample(server: dict[str, str], t
     assert "\n300 documents\n" in both.stdout
 
 
+def test_a_failed_report_leaves_the_old_map_and_no_files(server: dict[str, str], tmp_path: Path) -> None:
+    common = ["sample", "--documents", "300", "--name", "kept", "--script", f"{tmp_path}/script"]
+    run(server, *common)
+    before = (content_hash(server, "kept"), (tmp_path / "script").read_text())
+    assert run(server, *common, "--seed", "2", "--report", "/absent/report").returncode == 2
+    assert (content_hash(server, "kept"), (tmp_path / "script").read_text()) == before
+    assert [path.name for path in tmp_path.iterdir()] == ["script"]
+
+
 @pytest.mark.parametrize(
     "arguments, message",
     [
@@ -113,7 +122,7 @@ def test_too_few_release_notes_fall_back_to_the_sample(server: dict[str, str], t
         (["sample", "--documents", "3"], "--documents must be at least 20"),
         (["sample", "--width", "4"], "--width and --height belong together"),
         (["changelogs", "--root", "/absent"], "cannot read the folder /absent: No such file"),
-        (["sample", "--script", "/absent/script"], "/absent/script"),
+        (["sample", "--documents", "300", "--script", "/absent/script"], "/absent/script"),
     ],
 )
 def test_errors_are_one_line(server: dict[str, str], arguments: list[str], message: str) -> None:

@@ -6,11 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 #include <sys/prctl.h>
-
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -25,14 +21,6 @@ constexpr int LongestWait = 60000; // milliseconds
 void endWithUs()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
-bool hasManager(xcb_connection_t* pConnection, xcb_window_t uRoot, xcb_atom_t uAtom)
-{
-    const auto oCookie = xcb_get_property(pConnection, 0, uRoot, uAtom, XCB_ATOM_WINDOW, 0, 1);
-    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> pReply(
-        xcb_get_property_reply(pConnection, oCookie, nullptr), &std::free);
-    return pReply && xcb_get_property_value_length(pReply.get()) > 0;
 }
 
 } // namespace
@@ -64,26 +52,18 @@ CPrivateDisplay::~CPrivateDisplay()
     }
 }
 
-// The manager says that it runs by a property of the root window.
+// The manager runs the command once it takes care of windows; one that opens earlier never gets the focus.
 void CPrivateDisplay::startManager()
 {
     QProcessEnvironment oEnvironment = QProcessEnvironment::systemEnvironment();
     oEnvironment.insert(QStringLiteral("HOME"), oFolder.path());
     oManager.setProcessEnvironment(oEnvironment);
     oManager.setChildProcessModifier(endWithUs);
-    oManager.start(QStringLiteral("openbox"), {});
-    if (!oManager.waitForStarted(LongestWait))
-        giveUp("openbox doesn't start");
-    xcb_connection_t* pConnection = xcb_connect(nullptr, nullptr);
-    const xcb_window_t uRoot = xcb_setup_roots_iterator(xcb_get_setup(pConnection)).data->root;
-    const char* pcName = "_NET_SUPPORTING_WM_CHECK";
-    const auto oCookie = xcb_intern_atom(pConnection, 0, std::uint16_t(std::strlen(pcName)), pcName);
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> pAtom(
-        xcb_intern_atom_reply(pConnection, oCookie, nullptr), &std::free);
-    const std::uint32_t uMask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(pConnection, uRoot, XCB_CW_EVENT_MASK, &uMask);
-    xcb_flush(pConnection);
-    while (!hasManager(pConnection, uRoot, pAtom->atom))
-        std::free(xcb_wait_for_event(pConnection)); // a property of the root has changed
-    xcb_disconnect(pConnection);
+    oManager.start(QStringLiteral("openbox"), {QStringLiteral("--startup"), QStringLiteral("echo started")});
+    QByteArray oOutput;
+    while (!oOutput.contains("started")) {
+        if (!oManager.waitForReadyRead(LongestWait))
+            giveUp("openbox doesn't start");
+        oOutput += oManager.readAllStandardOutput();
+    }
 }

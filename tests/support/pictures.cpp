@@ -16,9 +16,8 @@ void addItem(QStringList& slLines, const QTreeWidget& oTree, const QTreeWidgetIt
     QStringList slTexts;
     for (int i = 0; i < oTree.columnCount(); i++)
         slTexts << pItem->text(i);
-    const char cKind = pItem->childCount() == 0 && !pItem->isExpanded() ? '-'
-        : pItem->isExpanded()                                           ? 'v'
-                                                                        : '>';
+    const char cBranch = pItem->isExpanded() ? 'v' : '>';
+    const char cKind = pItem->childCount() == 0 ? '-' : cBranch;
     slLines << QString(2 * iLevel, QLatin1Char(' ')) + QLatin1Char(cKind) + QLatin1Char(' ')
             + slTexts.join(Separator) + (pItem == oTree.currentItem() ? QStringLiteral(" <") : QString());
     for (int i = 0; i < pItem->childCount(); i++)

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CTestTree.h"
+
+#include "data/somconnection.h"
+#include "tests/support/pictures.h"
+
+#include <QTest>
+
+CTestTree::CTestTree()
+    : pTree(std::make_unique<CListView>(nullptr, "ListView"))
+{
+}
+
+CTestTree::~CTestTree()
+{
+    pTree.reset();
+    oDatabase = QSqlDatabase();
+    somconnection::remove();
+}
+
+void CTestTree::setConnection(const QString& sPassword, const QString& sDatabase)
+{
+    oDatabase = somconnection::add(
+        qEnvironmentVariable("MYSQL_HOST"), qEnvironmentVariable("MYSQL_USER"), sPassword, sDatabase);
+    pTree->pSOMDB = &oDatabase;
+}
+
+void CTestTree::connectTo(const QString& sDatabase)
+{
+    setConnection(qEnvironmentVariable("MYSQL_PWD"), sDatabase);
+    QVERIFY(somconnection::open(oDatabase));
+}
+
+void CTestTree::fill(const CListView::NodeLists& vviNodes, const QString& sSOMTable)
+{
+    if (oDatabase.isOpen() && !sSOMTable.isNull())
+        QTest::ignoreMessage(QtDebugMsg, "Database is open. Commencing.");
+    pTree->fillList(&vviNodes, sSOMTable);
+}
+
+void CTestTree::show()
+{
+    pTree->resize(400, 300);
+    pTree->show();
+    QVERIFY(QTest::qWaitForWindowActive(pTree.get()));
+}
+
+QStringList CTestTree::picture() const
+{
+    return pictures::tree(*pTree);
+}
+
+QTreeWidgetItem* CTestTree::item(int iNode) const
+{
+    return pTree->findItems(QString::number(iNode), Qt::MatchExactly | Qt::MatchRecursive, 0).value(0);
+}
+
+QPoint CTestTree::place(int iNode) const
+{
+    return pTree->visualItemRect(item(iNode)).center();
+}

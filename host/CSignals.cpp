@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <ctime>
 #include <fcntl.h>
 #include <poll.h>
 #include <system_error>
@@ -16,17 +18,30 @@ namespace {
 
 // A handler can reach globals only.
 std::atomic<int> giPending = 0;
+std::atomic<std::int64_t> giNotedAt = 0; // milliseconds of the monotonic clock
 int giWakePipe[2]; // holds a byte while a signal is noted, so that a wait returns
+
+constexpr std::int64_t iSameCause = 500; // milliseconds
+
+// A handler may call it.
+std::int64_t now()
+{
+    timespec oTime = {};
+    clock_gettime(CLOCK_MONOTONIC, &oTime);
+    return std::int64_t(oTime.tv_sec) * 1000 + oTime.tv_nsec / 1'000'000;
+}
 
 void noteSignal(int iSignal)
 {
     int iNone = 0;
+    const std::int64_t iNow = now();
     if (!giPending.compare_exchange_strong(iNone, iSignal)) {
-        if (iSignal != SIGHUP) {
+        if (iSignal != SIGHUP && iNow - giNotedAt >= iSameCause) {
             _exit(128 + iSignal);
         }
         return;
     }
+    giNotedAt = iNow;
     const int iError = errno;
     if (write(giWakePipe[1], "", 1) < 0) {
         // Only a full pipe can fail, and that one wakes the wait as well.

@@ -6,9 +6,11 @@
 /// The signals that end the program: SIGTERM, SIGHUP and SIGINT.
 ///
 /// The first one is only noted, so that the program can free its instances. A SIGTERM or SIGINT that comes
-/// while one is noted ends the program at once, as the module may be blocked in a call. A SIGHUP never does,
-/// because terminals send two. A signal that was ignored when the program began (nohup) stays ignored. No
-/// signal is blocked: the module's threads and programs that it starts would inherit that.
+/// while one is noted ends the program at once, as the module may be blocked in a call. One that comes
+/// within half a second of the first doesn't: the program "timeout", for example, signals a process and then
+/// its whole group. Nor does a SIGHUP ever, because terminals send two. A signal that was ignored when the
+/// program began (nohup) stays ignored. No signal is blocked: the module's threads and programs that it
+/// starts would inherit that.
 class CSignals
 {
 public:

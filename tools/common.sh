@@ -71,26 +71,32 @@ guarded()
     return "$code"
 }
 
-# wait_until SECONDS PID COMMAND...: repeats the command until it succeeds; fails when PID ends or time is up.
+# wait_until SECONDS COMMAND...: repeats the command until it succeeds; fails when the time is up.
 wait_until()
 {
-    local limit=$(($(now_ms) + $1 * 1000)) pid=$2
-    shift 2
+    local limit=$(($(now_ms) + $1 * 1000))
+    shift
     until "$@"; do
-        is_running "$pid" && (($(now_ms) < limit)) || return 1
+        (($(now_ms) < limit)) || return 1
         read -rt 0.05 <> <(:) || : # a pause without a process
     done
 }
 
-is_running() { kill -0 "$1" 2>/dev/null; }
+# wait_ready PID COMMAND...: waits until the command succeeds; fails when the child ends or takes too long.
+wait_ready() { wait_until "$START_LIMIT" ready_or_ended "$@" && is_running "$1"; }
+
+ready_or_ended() { has_ended "$1" || "${@:2}"; }
+
+# Whether a process runs and is this shell's child: the number of one that has ended may be another's by now.
+is_running() { grep -Eqs "^PPid:[[:space:]]+$BASHPID\$" "/proc/$1/status"; }
 
 has_ended() { ! is_running "$1"; }
 
 # stop_child PID: ends a child in order, and by force when it takes too long.
 stop_child()
 {
-    kill -TERM "$1" 2>/dev/null || return 0
-    wait_until "$STOP_LIMIT" $$ has_ended "$1" || kill -KILL "$1" 2>/dev/null
+    is_running "$1" && kill -TERM "$1" 2>/dev/null || return 0
+    wait_until "$STOP_LIMIT" has_ended "$1" || kill -KILL "$1" 2>/dev/null
     wait "$1" 2>/dev/null
 }
 
@@ -189,7 +195,7 @@ start_server()
 {
     private_folder || return
     local data=${1:-$PRIVATE/data} log=$PRIVATE/server.log options
-    options=(--no-defaults "--datadir=$data" "--tmpdir=$PRIVATE")
+    options=(--no-defaults "--datadir=$data" "--tmpdir=$PRIVATE" --innodb-log-file-size=16M)
     (($(id -u) != 0)) || options+=(--user=root)
     [[ -d $data/mysql ]] || make_data_folder "$data" "${options[@]}" || return
     export MYSQL_HOST=localhost MYSQL_UNIX_PORT=$PRIVATE/mysql.sock MYSQL_USER=qtutils MYSQL_PWD
@@ -199,7 +205,7 @@ start_server()
         "--pid-file=$PRIVATE/server.pid" "--init-file=$PRIVATE/accounts.sql" --character-set-server=utf8mb4 \
         --innodb-flush-log-at-trx-commit=2
     SERVER=$SPAWNED
-    wait_until "$START_LIMIT" "$SERVER" server_answers || { show_log "$log"; fail "the database server didn't start"; }
+    wait_ready "$SERVER" server_answers || { show_log "$log"; fail "the database server didn't start"; }
 }
 
 # make_data_folder DATA OPTION...: only a complete folder gets the name DATA.
@@ -235,12 +241,12 @@ start_display()
     write_cookie >"$PRIVATE/authority"
     : >"$number"
     spawn "$log" Xvfb -displayfd 3 -auth "$PRIVATE/authority" -screen 0 1600x1200x24 -noreset -nolisten tcp 3>"$number"
-    wait_until "$START_LIMIT" "$SPAWNED" test -s "$number" || { show_log "$log"; fail "Xvfb didn't start"; return; }
+    wait_ready "$SPAWNED" test -s "$number" || { show_log "$log"; fail "Xvfb didn't start"; return; }
     export DISPLAY XAUTHORITY=$PRIVATE/authority
     DISPLAY=:$(<"$number")
     spawn "$PRIVATE/openbox.log" env HOME="$PRIVATE" XDG_CONFIG_HOME="$PRIVATE" XDG_CACHE_HOME="$PRIVATE" \
         XDG_DATA_HOME="$PRIVATE" openbox --sm-disable --config-file "$TOP/tools/openbox.xml"
-    wait_until "$START_LIMIT" "$SPAWNED" window_manager_runs || { show_log "$PRIVATE/openbox.log"; fail "openbox didn't start"; }
+    wait_ready "$SPAWNED" window_manager_runs || { show_log "$PRIVATE/openbox.log"; fail "openbox didn't start"; }
 }
 
 # An authority file with one cookie for any address and any display; only its readers may use the display.

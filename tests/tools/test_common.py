@@ -131,6 +131,17 @@ def test_a_script_killed_while_it_makes_the_database_leaves_no_process(temporary
     shutil.rmtree(folder, ignore_errors=True)
 
 
+def test_a_process_of_somebody_else_is_not_ended() -> None:
+    """The number of a child that has ended may belong to another process by then."""
+    stranger = subprocess.Popen(["sleep", "1000"])
+    try:
+        assert run_script(f"{COMMON}; CHILDREN+=({stranger.pid})").returncode == 0
+        assert stranger.poll() is None
+    finally:
+        stranger.kill()
+        stranger.wait()
+
+
 def test_the_server_answers_on_a_private_socket_only(temporary: Path) -> None:
     ask = (
         "mariadb --no-defaults -u \"$MYSQL_USER\" -N -e 'SELECT CURRENT_USER(), @@skip_networking, @@tmpdir'"

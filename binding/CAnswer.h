@@ -14,7 +14,7 @@
 class CAnswer
 {
 public:
-    CAnswer(int* piThreadFlag, pthread_mutex_t* pFlagMutex, pthread_cond_t* pCond);
+    CAnswer(int* piFlag, pthread_mutex_t* pMutex, pthread_cond_t* pCondition);
 
     /// Calls `write` with the mutex held, sets the flag to 1 and wakes the host. [ui-thread]
     void give(const std::function<void()>& write) const;

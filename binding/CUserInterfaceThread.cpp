@@ -184,7 +184,7 @@ void CUserInterfaceThread::stop()
 }
 
 // By event: an exit asked for before the loop has started would be lost.
-void CUserInterfaceThread::endLoop()
+void CUserInterfaceThread::endLoop() const
 {
     if (bLoopAlive)
         QMetaObject::invokeMethod(

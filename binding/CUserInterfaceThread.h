@@ -62,7 +62,7 @@ private:
     bool makeBrowser();
     void deleteBrowser();
     void takeDown();
-    void endLoop();
+    void endLoop() const;
 
     CHandover oHandover;
     CCommandPost oCommandPost;

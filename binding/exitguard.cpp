@@ -8,9 +8,10 @@
 
 // The interface between the compiler's run-time library and the C library; the one way to take a handler
 // back.
-extern "C" int __cxa_atexit(
-    void (*pfHandler)(void*), void* pArgument, void* pOwner); // NOLINT(bugprone-reserved-identifier)
-extern "C" void __cxa_finalize(void* pOwner); // NOLINT(bugprone-reserved-identifier)
+// NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" int __cxa_atexit(void (*pfHandler)(void*), void* pArgument, void* pOwner);
+extern "C" void __cxa_finalize(void* pOwner);
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace exitguard {
 namespace {

@@ -110,8 +110,8 @@ void storeChildren(const int* iaNodes, int iNumChildren, int iNode, int iNumNode
 
 } // namespace
 
-// In this order, so that their addresses ascend; a test holds it.
-const char* CNodeBrowser_def[16] = {
+// Their addresses ascend in this order, which is part of the contract.
+[[gnu::no_reorder]] const char* CNodeBrowser_def[16] = {
     "nodeBrowser_:",
     "CNodeBrowser(char *pcSOMDB, char *pcSourceDB)",
     "FREE_CNodeBrowser()",
@@ -129,8 +129,8 @@ const char* CNodeBrowser_def[16] = {
     "void show()",
     nullptr,
 };
-const char* NAMESPACE = "qtutils";
-const char** CLASSES_qtutils[2] = {CNodeBrowser_def, nullptr};
+[[gnu::no_reorder]] const char* NAMESPACE = "qtutils";
+[[gnu::no_reorder]] const char** CLASSES_qtutils[2] = {CNodeBrowser_def, nullptr};
 
 void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
 {

@@ -19,7 +19,7 @@ struct Table
 // Never destroyed: the user-interface thread may still ask while the process ends.
 Table& table()
 {
-    static Table* pTable = new Table;
+    static auto* pTable = new Table;
     return *pTable;
 }
 

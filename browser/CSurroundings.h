@@ -23,7 +23,7 @@ private:
     class CVariable
     {
     public:
-        CVariable(const char* pcName, const QByteArray& oValue);
+        CVariable(const char* pcVariable, const QByteArray& oValue);
         ~CVariable();
         CVariable(const CVariable&) = delete;
         CVariable& operator=(const CVariable&) = delete;

@@ -98,7 +98,7 @@ void CDataTable::focusInEvent(QFocusEvent* pEvent)
         QTableView::focusInEvent(pEvent);
         return;
     }
-    QWidget::focusInEvent(pEvent);
+    QWidget::focusInEvent(pEvent); // NOLINT(bugprone-parent-virtual-call): the one between does it
     viewport()->update();
 }
 

@@ -60,7 +60,7 @@ CListView::CListView(QWidget* pParent, const char* name)
 
 CListView::~CListView() = default;
 
-bool CListView::openConnection()
+bool CListView::openConnection() const
 {
     if (pSOMDB->isOpen()) {
         qDebug("Database is open. Commencing.");
@@ -279,6 +279,6 @@ void CListView::focusInEvent(QFocusEvent* pEvent)
         QTreeWidget::focusInEvent(pEvent);
         return;
     }
-    QWidget::focusInEvent(pEvent);
+    QWidget::focusInEvent(pEvent); // NOLINT(bugprone-parent-virtual-call): the one between does it
     viewport()->update();
 }

@@ -65,7 +65,7 @@ protected:
 private:
     struct NodeData;
 
-    bool openConnection();
+    bool openConnection() const;
     int measureRowHeight();
     topicicons::Icons loadIcons();
     QTreeWidgetItem* buildTree(const NodeLists& vviNodes, const NodeData& oData);

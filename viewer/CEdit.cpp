@@ -22,7 +22,6 @@ constexpr int GroupMargin = 11;
 
 CEdit::CEdit(QWidget* parent, const char* name)
     : QMainWindow(parent, Qt::Window)
-    , pTextEdit(nullptr)
 {
     setObjectName(QLatin1String(name));
     auto* pBox = new QFrame(this);

@@ -31,6 +31,6 @@ private:
     void askAndFind();
     void find(const QString& sText);
 
-    QTextEdit* pTextEdit;
+    QTextEdit* pTextEdit = nullptr;
     QString sLastSearch;
 };

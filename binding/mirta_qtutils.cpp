@@ -110,8 +110,14 @@ void storeChildren(const int* iaNodes, int iNumChildren, int iNode, int iNumNode
 
 } // namespace
 
-// Their addresses ascend in this order, which is part of the contract.
-[[gnu::no_reorder]] const char* CNodeBrowser_def[16] = {
+// Their addresses ascend in this order, which is part of the contract. Other compilers keep it unasked.
+#if __has_cpp_attribute(gnu::no_reorder)
+#define IN_THIS_ORDER [[gnu::no_reorder]]
+#else
+#define IN_THIS_ORDER
+#endif
+
+IN_THIS_ORDER const char* CNodeBrowser_def[16] = {
     "nodeBrowser_:",
     "CNodeBrowser(char *pcSOMDB, char *pcSourceDB)",
     "FREE_CNodeBrowser()",
@@ -129,8 +135,8 @@ void storeChildren(const int* iaNodes, int iNumChildren, int iNode, int iNumNode
     "void show()",
     nullptr,
 };
-[[gnu::no_reorder]] const char* NAMESPACE = "qtutils";
-[[gnu::no_reorder]] const char** CLASSES_qtutils[2] = {CNodeBrowser_def, nullptr};
+IN_THIS_ORDER const char* NAMESPACE = "qtutils";
+IN_THIS_ORDER const char** CLASSES_qtutils[2] = {CNodeBrowser_def, nullptr};
 
 void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
 {

@@ -97,7 +97,7 @@ private Q_SLOTS:
         oBrowser.setTables();
         oBrowser.show();
         QVERIFY(oBrowser.tree().width() <= 1);
-        QTRY_COMPARE(oBrowser.child<QWidget>("RightSide")->width(), 732 - 5);
+        QCOMPARE(oBrowser.child<QWidget>("RightSide")->width(), 732 - 5);
         oBrowser.passHierarchy({{1}, {}});
         QTRY_COMPARE(oBrowser.tree().width(), 340);
         QTRY_COMPARE(oBrowser.child<QWidget>("RightSide")->width(), 732 - 340 - 5);

@@ -2,18 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "CTerminal.h"
+#include "hostrun.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
-
-namespace {
-
-const QString sRecorder = QStringLiteral(HOST_MODULES "recorder.so");
-
-} // namespace
 
 #define WAIT_FOR(oTerminal, sText) QVERIFY2((oTerminal).waitFor(sText), (oTerminal).screen().constData())
 #define WAIT_FOR_PROMPT(oTerminal) QVERIFY2((oTerminal).waitForPrompt(), (oTerminal).screen().constData())

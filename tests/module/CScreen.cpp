@@ -134,8 +134,7 @@ void CScreen::press(const QByteArrayList& lKeys) const
 
 void CScreen::click(const QPoint& oPlace) const
 {
-    drive({"mousemove", "--sync", QByteArray::number(oPlace.x()), QByteArray::number(oPlace.y()), "click",
-        "1"});
+    drive({"mousemove", QByteArray::number(oPlace.x()), QByteArray::number(oPlace.y()), "click", "1"});
 }
 
 void CScreen::move(const QByteArray& oTitle, const QPoint& oPlace) const

@@ -6,46 +6,25 @@
 #include "CDateField.h"
 #include "binding/CCommandEvent.h"
 #include "binding/commands.h"
+#include "panes.h"
 #include "table/CTable.h"
 #include "tree/CListView.h"
 #include "viewer/CEdit.h"
+#include "viewer/CTextView.h"
 
-#include <QBoxLayout>
 #include <QCheckBox>
 #include <QCoreApplication>
-#include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
-#include <QSplitter>
 #include <QSqlRecord>
-#include <QTextEdit>
 #include <QTreeWidget>
 
 namespace {
 
 constexpr QSize LeastSize(732, 800);
-constexpr int HandleWidth = 5;
-constexpr int GroupMargin = 11;
-constexpr int GroupSpacing = 5;
 constexpr int FirstTreeWidth = 340;
-
-template <typename Layout> Layout* makeGroupLayout(QGroupBox& oGroup)
-{
-    auto* pLayout = new Layout(&oGroup);
-    pLayout->setContentsMargins(GroupMargin, GroupMargin, GroupMargin, GroupMargin);
-    pLayout->setSpacing(GroupSpacing);
-    return pLayout;
-}
-
-QSplitter* makeSplitter(Qt::Orientation eOrientation, QWidget* pParent)
-{
-    auto* pSplitter = new QSplitter(eOrientation, pParent);
-    pSplitter->setHandleWidth(HandleWidth);
-    pSplitter->setOpaqueResize(false);
-    return pSplitter;
-}
 
 } // namespace
 
@@ -72,46 +51,38 @@ CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString
 
 void CNodeBrowser::makePanes(const std::function<CTable*(QWidget*)>& makeTable)
 {
-    pPanes = makeSplitter(Qt::Horizontal, this);
+    pPanes = panes::makeSplitter(Qt::Horizontal, this);
     pListView = new CListView(pPanes, "ListView");
-    auto* pRightSide = makeSplitter(Qt::Vertical, pPanes);
+    auto* pRightSide = panes::makeSplitter(Qt::Vertical, pPanes);
     pRightSide->setObjectName(QStringLiteral("RightSide"));
-    pPanes->setStretchFactor(1, 1); // a wider window is for the documents
 
-    auto* pTableGroup = new QGroupBox(pRightSide);
-    pTableGroup->setObjectName(QStringLiteral("TableGroup"));
+    auto* pTableGroup = panes::makeGroup(QStringLiteral("TableGroup"), QBoxLayout::TopToBottom, pRightSide);
     pTableGroup->resize(100, 400);
     pTable = makeTable(pTableGroup);
-    makeGroupLayout<QVBoxLayout>(*pTableGroup)->addWidget(pTable);
-    pRightSide->addWidget(makeTextGroup());
+    panes::addTo(*pTableGroup, pTable, 1);
+    makeTextGroup(pRightSide);
     pRightSide->setSizes({480, 320}); // in proportion
 }
 
-QWidget* CNodeBrowser::makeTextGroup()
+void CNodeBrowser::makeTextGroup(QWidget* pParent)
 {
-    auto* pGroup = new QGroupBox;
-    pGroup->setObjectName(QStringLiteral("EditorGroup"));
-    auto* pLayout = makeGroupLayout<QVBoxLayout>(*pGroup);
-    pTextEdit = new QTextEdit(pGroup);
-    pTextEdit->setObjectName(QStringLiteral("texteditor"));
-    pTextEdit->setReadOnly(true);
-    showText(QStringLiteral("no article selected"));
-    pLayout->addWidget(pTextEdit, 1);
-    pLayout->addWidget(makeDateGroup());
-    return pGroup;
+    auto* pGroup = panes::makeGroup(QStringLiteral("EditorGroup"), QBoxLayout::TopToBottom, pParent);
+    pTextEdit = new CTextView(pGroup, QStringLiteral("texteditor"));
+    pTextEdit->showText(QStringLiteral("no article selected"));
+    panes::addTo(*pGroup, pTextEdit, 1);
+    panes::addTo(*pGroup, makeDateGroup(pGroup), 0);
 }
 
-QWidget* CNodeBrowser::makeDateGroup()
+QWidget* CNodeBrowser::makeDateGroup(QWidget* pParent)
 {
-    auto* pGroup = new QGroupBox(QStringLiteral("Date Selection"));
-    pGroup->setObjectName(QStringLiteral("DateEditGroup"));
-    auto* pLayout = makeGroupLayout<QHBoxLayout>(*pGroup);
+    auto* pGroup = panes::makeGroup(QStringLiteral("DateEditGroup"), QBoxLayout::LeftToRight, pParent);
+    pGroup->setTitle(QStringLiteral("Date Selection"));
     pCheckDate = new QCheckBox(QStringLiteral("select by date"), pGroup);
     pCheckDate->setObjectName(QStringLiteral("checkdate"));
     pDateEdit = new CDateField(pGroup);
     pDateEdit->setObjectName(QStringLiteral("dateedit"));
-    pLayout->addWidget(pCheckDate, 1);
-    pLayout->addWidget(pDateEdit, 1);
+    panes::addTo(*pGroup, pCheckDate, 1);
+    panes::addTo(*pGroup, pDateEdit, 1);
     return pGroup;
 }
 
@@ -217,8 +188,10 @@ void CNodeBrowser::fillTree(const std::vector<std::vector<int>>* pvviNodes)
 {
     const bool bFirst = pListView->maximumWidth() == 0;
     pListView->fillList(pvviNodes, pTable->somTable());
-    if (bFirst)
-        pPanes->setSizes({FirstTreeWidth, width() - FirstTreeWidth - HandleWidth});
+    if (!bFirst)
+        return;
+    pPanes->setStretchFactor(1, 1); // a wider window is for the documents
+    pPanes->setSizes({FirstTreeWidth, width() - FirstTreeWidth - panes::HandleWidth});
 }
 
 void CNodeBrowser::showAgain()
@@ -300,16 +273,7 @@ void CNodeBrowser::setText(QSqlRecord* pRecord)
 {
     const QString sField = QStringLiteral("text");
     const bool bHasText = pRecord != nullptr && pRecord->contains(sField);
-    showText(bHasText ? pRecord->value(sField).toString() : QStringLiteral("no text available"));
-}
-
-// Remembered, because the panel gives rich text back without its markup.
-void CNodeBrowser::showText(const QString& sText)
-{
-    sPanelText = sText;
-    // Without this, plain text would take over the format at the cursor of the rich text before it.
-    pTextEdit->document()->clear();
-    pTextEdit->setText(sText);
+    pTextEdit->showText(bHasText ? pRecord->value(sField).toString() : QStringLiteral("no text available"));
 }
 
 // Deliberate: the viewer is never deleted; closing hides it. Test: tst_nodebrowser,
@@ -317,7 +281,7 @@ void CNodeBrowser::showText(const QString& sText)
 void CNodeBrowser::openFullView(int /*row*/, int /*col*/, int /*button*/, const QPoint& /*pos*/)
 {
     auto* pViewer = new CEdit;
-    pViewer->setText(sPanelText);
+    pViewer->setText(pTextEdit->givenText());
     pViewer->show();
 }
 

@@ -14,11 +14,11 @@ class CCommandEvent;
 class CDateField;
 class CListView;
 class CTable;
+class CTextView;
 class QBoxLayout;
 class QCheckBox;
 class QSplitter;
 class QSqlRecord;
-class QTextEdit;
 class QTreeWidgetItem;
 
 /// The browser window: the tree of the map's nodes, the table of the chosen node's documents, the text of the
@@ -69,11 +69,10 @@ protected:
 
 private:
     void makePanes(const std::function<CTable*(QWidget*)>& makeTable);
-    QWidget* makeTextGroup();
-    QWidget* makeDateGroup();
+    void makeTextGroup(QWidget* pParent);
+    QWidget* makeDateGroup(QWidget* pParent);
     void makeMenus(QBoxLayout& oLayout);
     void connectParts();
-    void showText(const QString& sText);
     void selectByDate();
 
     void handle(int iCommand, const CCommandEvent& oEvent);
@@ -83,7 +82,7 @@ private:
     void showAgain();
 
     CTable* pTable = nullptr;
-    QTextEdit* pTextEdit = nullptr;
+    CTextView* pTextEdit = nullptr;
     CListView* pListView = nullptr;
     CDateField* pDateEdit = nullptr;
     QCheckBox* pCheckDate = nullptr;
@@ -94,5 +93,4 @@ private:
     bool bHostSelect = false; ///< the host chooses: the tree's own signal must not run the query again
     CColumnMenus oMenus;
     QSplitter* pPanes = nullptr; ///< tree and right side
-    QString sPanelText; ///< what the text panel was given last, with its markup
 };

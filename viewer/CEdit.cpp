@@ -3,6 +3,8 @@
 
 #include "CEdit.h"
 
+#include "CTextView.h"
+
 #include <QBoxLayout>
 #include <QGroupBox>
 #include <QInputDialog>
@@ -10,7 +12,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTextEdit>
 
 namespace {
 
@@ -35,9 +36,7 @@ CEdit::CEdit(QWidget* parent, const char* name)
     pBorder->setObjectName(QStringLiteral("EditorBorder"));
     auto* pBorderLayout = new QVBoxLayout(pBorder);
     pBorderLayout->setContentsMargins(GroupMargin, GroupMargin, GroupMargin, GroupMargin);
-    pTextEdit = new QTextEdit(pBorder);
-    pTextEdit->setObjectName(QStringLiteral("fullEdit"));
-    pTextEdit->setReadOnly(true);
+    pTextEdit = new CTextView(pBorder, QStringLiteral("fullEdit"));
     pTextEdit->setFont(QFont(QStringLiteral("Arial"), 10));
     pBorderLayout->addWidget(pTextEdit);
     setText(QStringLiteral("no data recieved"));
@@ -65,9 +64,7 @@ QWidget* CEdit::makeButtonRow()
 
 void CEdit::setText(QString sText)
 {
-    // Without this, plain text would take over the format at the cursor of the rich text before it.
-    pTextEdit->document()->clear();
-    pTextEdit->setText(sText);
+    pTextEdit->showText(sText);
 }
 
 bool CEdit::isFindKey(const QKeyEvent& oEvent) const

@@ -5,7 +5,7 @@
 
 #include <QMainWindow>
 
-class QTextEdit;
+class CTextView;
 
 /// A window of its own with one document's text, and a find function. [ui-thread]
 ///
@@ -31,6 +31,6 @@ private:
     void askAndFind();
     void find(const QString& sText);
 
-    QTextEdit* pTextEdit = nullptr;
+    CTextView* pTextEdit = nullptr;
     QString sLastSearch;
 };

@@ -162,6 +162,7 @@ void CDataTable::mousePressEvent(QMouseEvent* pEvent)
     QMouseEvent oMoved(pEvent->type(), oInside, pEvent->globalPosition(), pEvent->button(), pEvent->buttons(),
         pEvent->modifiers(), pEvent->pointingDevice());
     QTableView::mousePressEvent(&oMoved);
+    iCurrentColumn = currentIndex().column(); // also of a cell that was current before
 }
 
 void CDataTable::mouseDoubleClickEvent(QMouseEvent* pEvent)

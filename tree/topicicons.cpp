@@ -21,6 +21,14 @@ QPixmap scaled(const QPixmap& oPixmap, int iRowHeight)
     return oPixmap.transformed(QTransform::fromScale(fScale, fScale));
 }
 
+// Qt would colour the sign of a selected item.
+QIcon untinted(const QPixmap& oPixmap)
+{
+    QIcon oIcon(oPixmap);
+    oIcon.addPixmap(oPixmap, QIcon::Selected);
+    return oIcon;
+}
+
 } // namespace
 
 QIcon Icons::forTopic(int iTopic) const
@@ -34,7 +42,7 @@ Icons load(int iRowHeight)
     for (int i = 0; i < NumTopics; i++) {
         const QPixmap oPixmap = scaled(QPixmap(QStringLiteral("Images/%1.xpm").arg(i)), iRowHeight);
         if (!oPixmap.isNull())
-            oIcons.aIcons[std::size_t(i)] = QIcon(oPixmap);
+            oIcons.aIcons[std::size_t(i)] = untinted(oPixmap);
         oIcons.oLargest = oIcons.oLargest.expandedTo(oPixmap.size());
     }
     return oIcons;

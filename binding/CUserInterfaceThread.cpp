@@ -98,7 +98,8 @@ void CUserInterfaceThread::run()
         nodeBrowser_thread(nullptr);
     takeDown();
     // Deliberate: the thread must not return. Qt frees the data of the thread that made the application once
-    // when that thread ends and once more at process exit. Test: tst_module, aHostThatExitsKeepsItsExitCode.
+    // when that thread ends and once more at process exit. Test: tst_module_exit,
+    // aHostThatExitsKeepsItsExitCode.
     for (;;)
         pause();
 }

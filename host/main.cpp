@@ -55,7 +55,8 @@ int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, 
 int run(const SOptions& oOptions)
 {
     // Deliberate: never destroyed. The module's threads may use the buffers until the process is gone; the
-    // static pointer tells leak checkers that the memory is still in use. Pinned by tst_hostcalls.
+    // static pointer tells leak checkers that the memory is still in use. Test: tst_hostcalls,
+    // buffersOutliveTheCallAndTheLastDestructor.
     static auto* const pArena = new CArena;
     CSignals oSignals;
     const CModule oModule(oOptions.sModule);

@@ -18,6 +18,13 @@ bool noSignalWaits(pid_t iProcess)
     return oStatus.open(QIODevice::ReadOnly) && oStatus.readAll().contains("ShdPnd:\t0000000000000000\n");
 }
 
+// Whether the process waits for something, such as input.
+bool waits(pid_t iProcess)
+{
+    QFile oStatus(QStringLiteral("/proc/%1/stat").arg(iProcess));
+    return oStatus.open(QIODevice::ReadOnly) && oStatus.readAll().contains(") S ");
+}
+
 } // namespace
 
 class TestHostSignals : public QObject
@@ -63,6 +70,7 @@ private Q_SLOTS:
         start(oHost, {sRecorder});
         oHost.write("CRecorder x\nadd \"unfinished");
         QVERIFY(waitForOutput(oHost, "construct x"));
+        QTRY_VERIFY(waits(pid_t(oHost.processId())));
         kill(pid_t(oHost.processId()), SIGTERM);
         QVERIFY(oHost.waitForFinished());
         QCOMPARE(oHost.readAllStandardError(), QByteArray()); // the rest of a line is no statement

@@ -4,6 +4,7 @@
 #include "CTestTable.h"
 
 #include "data/somconnection.h"
+#include "tests/support/CPrivateServer.h"
 #include "tests/support/pictures.h"
 
 #include <QTest>
@@ -25,6 +26,28 @@ void CTestTable::setTables(const QString& sSourceTable, const QString& sSOMTable
 {
     pTable->setSourceTable(sSourceTable);
     pTable->setSOMTable(sSOMTable);
+}
+
+void CTestTable::showDates(const CPrivateServer& oServer, const QStringList& slDates)
+{
+    QStringList slDocuments;
+    QStringList slPlaces;
+    for (int i = 1; i <= slDates.size(); i++) {
+        const QString& sDate = slDates[i - 1];
+        const QString sValue =
+            sDate.isNull() ? QStringLiteral("NULL") : QLatin1Char('\'') + sDate + QLatin1Char('\'');
+        slDocuments << QStringLiteral("(%1, %2, 'row %1')").arg(i).arg(sValue);
+        slPlaces << QStringLiteral("(0, 0, %1)").arg(i);
+    }
+    oServer.sql(
+        QStringLiteral("SET sql_mode='';"
+                       "CREATE OR REPLACE TABLE news.dated (id INT, date DATETIME, title VARCHAR(20));"
+                       "CREATE OR REPLACE TABLE som.dates (node INT, dist DOUBLE, item INT);"
+                       "INSERT INTO news.dated VALUES %1; INSERT INTO som.dates VALUES %2")
+            .arg(slDocuments.join(QLatin1Char(',')), slPlaces.join(QLatin1Char(','))));
+    setTables(QStringLiteral("dated"), QStringLiteral("dates"));
+    pTable->changeSort(int(pTable->columns().indexOf(QStringLiteral("id"))));
+    QCOMPARE(pTable->selection(0), slDates.size());
 }
 
 void CTestTable::show()

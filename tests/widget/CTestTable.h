@@ -6,6 +6,8 @@
 #include "binding/CHandover.h"
 #include "table/CTable.h"
 
+class CPrivateServer;
+
 /// A document table on the test's server, over the databases "som" and "news", with its hand-over. Takes its
 /// connection along when it goes.
 class CTestTable
@@ -24,6 +26,9 @@ public:
     /// Source table and assignment table.
     void setTables(const QString& sSourceTable = QStringLiteral("document"),
         const QString& sSOMTable = QStringLiteral("news_train"));
+    /// Makes a source table whose documents, all of node 0, have these dates (null: NULL) in this order and
+    /// are titled "row 1" and so on, and selects the node.
+    void showDates(const CPrivateServer& oServer, const QStringList& slDates);
     /// Shows the table and waits until it is on the screen and has the focus.
     void show();
     /// Shows or hides columns by their names.

@@ -35,31 +35,45 @@ private Q_SLOTS:
     void fillDateGivesMinutesAfterTheFirstRow()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 10:00:00"_s, u"2006-05-10 10:00:30"_s, u"2006-05-10 10:01:30"_s});
+        oTable.showDates(
+            oServer, {u"2006-05-10 10:00:00"_s, u"2006-05-10 10:00:30"_s, u"2006-05-10 10:01:30"_s});
         QCOMPARE(fillDate(oTable, 3), (std::vector<int>{0, 1, 2, Untouched}));
     }
 
     void fillDateLeavesUnreadableRowsAlone()
     {
         CTestTable oTable;
-        showRows(oTable, {QString(), u"2006-05-10 10:00:00"_s, u"0000-00-00"_s, u"2006-05-10 11:00:00"_s});
+        oTable.showDates(
+            oServer, {QString(), u"2006-05-10 10:00:00"_s, u"0000-00-00"_s, u"2006-05-10 11:00:00"_s});
         CStandardOutput output;
         const auto viDates = fillDate(oTable, 4);
         QCOMPARE(output.lines(), (QStringList{Unparsable, Unparsable}));
         QCOMPARE(viDates, (std::vector<int>{Untouched, 0, Untouched, 60, Untouched}));
     }
 
+    void fillDateSaysWhatItCannotRead()
+    {
+        oServer.sql(u"CREATE OR REPLACE TABLE news.dateless AS SELECT id, title FROM news.document"_s);
+        CTestTable oTable;
+        oTable.setTables(u"dateless"_s);
+        oTable->changeSort(2);
+        oTable->selection(2);
+        CStandardOutput output;
+        fillDate(oTable, 2);
+        QCOMPARE(output.lines(), (QStringList{Unparsable + u"2"_s, Unparsable + u"2"_s}));
+    }
+
     void fillDateIsNegativeForEarlierRows()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 10:00:00"_s, u"2006-05-09 10:00:00"_s});
+        oTable.showDates(oServer, {u"2006-05-10 10:00:00"_s, u"2006-05-09 10:00:00"_s});
         QCOMPARE(fillDate(oTable, 2), (std::vector<int>{0, -1440, Untouched}));
     }
 
     void fillDateCountsAcrossSummerTime()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2005-03-27 01:30:00"_s, u"2005-03-27 03:30:00"_s});
+        oTable.showDates(oServer, {u"2005-03-27 01:30:00"_s, u"2005-03-27 03:30:00"_s});
         QCOMPARE(fillDate(oTable, 2), (std::vector<int>{0, 60, Untouched}));
     }
 
@@ -84,7 +98,7 @@ private Q_SLOTS:
     void fillDateBlocksUntilItIsReleased()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 10:00:00"_s});
+        oTable.showDates(oServer, {u"2006-05-10 10:00:00"_s});
         oTable.oHandover.open();
         // given a host that asks, and releases once the table sleeps or has gone on
         const pid_t iThread = gettid();
@@ -118,7 +132,7 @@ private Q_SLOTS:
     void aTimeFrameCountsUnitsOf3660Seconds()
     {
         CTestTable oTable;
-        showRows(oTable,
+        oTable.showDates(oServer,
             {u"2006-05-10 10:58:59"_s, u"2006-05-10 10:59:00"_s, u"2006-05-10 10:59:01"_s,
                 u"2006-05-10 11:01:01"_s});
         mark(oTable, "2006-05-10 12:00:00", 1);
@@ -136,7 +150,7 @@ private Q_SLOTS:
     {
         QFETCH(int, iTimeFrame);
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 12:00:00"_s, u"2006-05-10 12:00:01"_s});
+        oTable.showDates(oServer, {u"2006-05-10 12:00:00"_s, u"2006-05-10 12:00:01"_s});
         mark(oTable, "2006-05-20 12:00:00", iTimeFrame);
         QCOMPARE(oTable->currentRow(), 1);
     }
@@ -144,7 +158,8 @@ private Q_SLOTS:
     void theFirstRowOfTheDisplayIsMarkedNotTheEarliest()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-01 00:00:00"_s, u"2006-05-12 00:00:00"_s, u"2006-05-11 00:00:00"_s});
+        oTable.showDates(
+            oServer, {u"2006-05-01 00:00:00"_s, u"2006-05-12 00:00:00"_s, u"2006-05-11 00:00:00"_s});
         mark(oTable, "2006-05-20 12:00:00", 0);
         QCOMPARE(oTable->currentRow(), 1);
     }
@@ -153,7 +168,7 @@ private Q_SLOTS:
     {
         CTestTable oTable;
         QStringList slTitles;
-        showRows(oTable, {u"2006-05-10 12:00:00"_s, u"2006-05-11 12:00:00"_s});
+        oTable.showDates(oServer, {u"2006-05-10 12:00:00"_s, u"2006-05-11 12:00:00"_s});
         oTable.recordCurrentTitles(slTitles);
         mark(oTable, "2006-05-20 13:00:00", 0);
         QCOMPARE(slTitles, QStringList{u"row 2"_s});
@@ -163,7 +178,7 @@ private Q_SLOTS:
     {
         CTestTable oTable;
         QStringList slTitles;
-        showRows(oTable, {u"2006-05-10 12:00:00"_s});
+        oTable.showDates(oServer, {u"2006-05-10 12:00:00"_s});
         oTable.recordCurrentTitles(slTitles);
         mark(oTable, "2006-05-11 12:00:00", 0);
         mark(oTable, "2006-05-11 12:00:00", 0);
@@ -173,7 +188,7 @@ private Q_SLOTS:
     void withoutARowInTheFrameNothingIsMarkedButTheLastTimeIsKept()
     {
         CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 10:00:00"_s, u"2006-05-10 10:30:00"_s});
+        oTable.showDates(oServer, {u"2006-05-10 10:00:00"_s, u"2006-05-10 10:30:00"_s});
         mark(oTable, "2006-05-10 12:00:00", 1);
         QCOMPARE(oTable->currentRow(), -1);
         QCOMPARE(firstDateInFrame(oTable), minutesOf({2006, 5, 10}, {10, 30}));
@@ -183,7 +198,8 @@ private Q_SLOTS:
     {
         CTestTable oTable;
         QCOMPARE(firstDateInFrame(oTable), 0);
-        showRows(oTable, {u"2006-05-10 10:00:00"_s, u"2006-05-10 11:30:29"_s, u"2006-05-10 11:40:00"_s});
+        oTable.showDates(
+            oServer, {u"2006-05-10 10:00:00"_s, u"2006-05-10 11:30:29"_s, u"2006-05-10 11:40:00"_s});
         mark(oTable, "2006-05-10 12:00:00", 1);
         QCOMPARE(firstDateInFrame(oTable), minutesOf({2006, 5, 10}, {11, 30}));
         oTable->selection(3);
@@ -193,7 +209,7 @@ private Q_SLOTS:
     void anUnreadableRowIsNotMarked()
     {
         CTestTable oTable;
-        showRows(oTable, {QString(), u"2006-05-10 12:00:00"_s});
+        oTable.showDates(oServer, {QString(), u"2006-05-10 12:00:00"_s});
         CStandardOutput output;
         mark(oTable, "2006-05-11 12:00:00", 0);
         QCOMPARE(output.lines(), QStringList{Unparsable});
@@ -211,54 +227,7 @@ private Q_SLOTS:
         QCOMPARE(firstDateInFrame(oTable), 0);
     }
 
-    void theFirstRowsDateIsAnswered()
-    {
-        CTestTable oTable;
-        showRows(oTable, {u"2006-05-10 12:00:05"_s, u"2006-05-09 12:00:00"_s});
-        QCOMPARE(firstDateInSelection(oTable), "2006-05-10T12:00:05"_ba);
-    }
-
-    void withoutARowTheFirstDateIsLeftAlone()
-    {
-        CTestTable oTable;
-        QTest::ignoreMessage(QtDebugMsg,
-            "CTable: An Error occurred while getting first date in selection                \n"
-            "SelectCursor is empty!");
-        QCOMPARE(firstDateInSelection(oTable), "untouched"_ba);
-    }
-
-    void withoutADateColumnTheNodeStandsIn()
-    {
-        oServer.sql(u"CREATE OR REPLACE TABLE news.dateless AS SELECT id, title FROM news.document"_s);
-        CTestTable oTable;
-        oTable.setTables(u"dateless"_s);
-        oTable->changeSort(2);
-        oTable->selection(2);
-        QCOMPARE(firstDateInSelection(oTable), "2"_ba);
-        CStandardOutput output;
-        fillDate(oTable, 2);
-        QCOMPARE(output.lines(), (QStringList{Unparsable + u"2"_s, Unparsable + u"2"_s}));
-    }
-
 private:
-    /// A table whose node 0 has documents of these dates, in this order, titled "row 1" and so on.
-    void showRows(CTestTable& oTable, const QStringList& slDates)
-    {
-        QString sRows;
-        for (int i = 0; i < slDates.size(); i++)
-            sRows +=
-                u"INSERT INTO news.dated VALUES (%1, %2, 'row %1');INSERT INTO som.dates VALUES (0, 0, %1);"_s
-                    .arg(i + 1)
-                    .arg(slDates[i].isNull() ? u"NULL"_s : u'\'' + slDates[i] + u'\'');
-        oServer.sql(u"SET sql_mode='';"
-                    "CREATE OR REPLACE TABLE news.dated (id INT, date DATETIME, title VARCHAR(20));"
-                    "CREATE OR REPLACE TABLE som.dates (node INT, dist DOUBLE, item INT);"_s
-            + sRows);
-        oTable.setTables(u"dated"_s, u"dates"_s);
-        oTable->changeSort(2);
-        QCOMPARE(oTable->selection(0), slDates.size());
-    }
-
     /// As a host that releases at once: the flag is cleared as soon as the table waits for that.
     static std::vector<int> fillDate(CTestTable& oTable, int iRows)
     {
@@ -291,13 +260,6 @@ private:
         int iMinutes = Untouched;
         oTable->getFirstDateInFrame(&iMinutes);
         return iMinutes;
-    }
-
-    static QByteArray firstDateInSelection(CTestTable& oTable)
-    {
-        char acDate[20] = "untouched";
-        oTable->getFirstDateInSelection(acDate);
-        return acDate;
     }
 
     static int minutesOf(const QDate& oDate, const QTime& oTime)

@@ -54,6 +54,24 @@ private Q_SLOTS:
             QCOMPARE(oWrong.get(), 0);
     }
 
+    void aSecondQuestionIsNotPostedBeforeTheFirstIsAnswered()
+    {
+        CHandover oHandover;
+        oHandover.open();
+        const CAnswer oAnswer(oHandover.flag(), oHandover.mutex(), oHandover.condition());
+        std::atomic<int> iPosted = 0;
+        const auto ask = [&] { oHandover.ask([&] { return ++iPosted > 0; }); };
+        CSleeper oFirst(ask);
+        oFirst.waitUntilAsleepOrDone();
+        CSleeper oSecond(ask);
+        oSecond.waitUntilAsleepOrDone();
+        const int iPostedBefore = iPosted;
+        while (!oFirst.isDone() || !oSecond.isDone())
+            oAnswer.give([] {});
+        QCOMPARE(iPostedBefore, 1);
+        QCOMPARE(iPosted.load(), 2);
+    }
+
     void aNewHandoverIsClosed()
     {
         CHandover oHandover;

@@ -113,6 +113,8 @@ private Q_SLOTS:
             QCOMPARE(oHost.numRows(), 5);
             oHost.free();
         }
+        QTUTILS_WAIT_FOR(oHost.errors().size() >= 5);
+        QCOMPARE(oHost.errors(), QByteArrayList(5, "Terminating QApplication"));
     }
 
     void aFurtherConstructionUsesItsOwnDatabases()
@@ -164,6 +166,8 @@ private Q_SLOTS:
             oHost.free();
         oHost.call("setSOMTable", {"t:news_train"});
         QVERIFY(oHost.construct().endsWith("window"));
+        QCOMPARE(oHost.construct(), "same window");
+        oHost.free();
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.numRows(), 5);
         oHost.free();

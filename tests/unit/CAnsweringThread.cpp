@@ -30,6 +30,7 @@ void CAnsweringThread::post(std::function<void()> job)
 
 void CAnsweringThread::run()
 {
+    iThread = gettid();
     while (!bEnd) {
         std::unique_lock<std::mutex> lock(oMutex);
         oChanged.wait(lock, [this] { return !oJobs.empty(); });
@@ -54,6 +55,7 @@ int CAnsweringThread::ask(int iQuestion, CHandover::After eAfter)
         [&] {
             beforePosting();
             post(answer);
+            afterPosting();
             return true;
         },
         eAfter);
@@ -65,6 +67,12 @@ std::future<void> CAnsweringThread::whenFree()
     auto pFree = std::make_shared<std::promise<void>>();
     post([pFree] { pFree->set_value(); });
     return pFree->get_future();
+}
+
+void CAnsweringThread::waitUntilAsleepOr(const std::future<void>& oFree) const
+{
+    waitUntilAsleep(
+        iThread, [&] { return oFree.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
 }
 
 CSleeper::CSleeper(std::function<void()> work)

@@ -26,10 +26,13 @@ public:
     int ask(int iQuestion, CHandover::After eAfter = CHandover::After::GoesOn);
     /// Ready as soon as the thread has nothing to do. [any-thread]
     std::future<void> whenFree();
+    /// Waits until the thread sleeps, or until such a future is ready.
+    void waitUntilAsleepOr(const std::future<void>& oFree) const;
 
     CHandover oHandover;
-    /// Called in the asking thread right before it posts.
+    /// Called in the asking thread right before and right after it posts.
     std::function<void()> beforePosting = [] {};
+    std::function<void()> afterPosting = [] {};
 
 private:
     void post(std::function<void()> job);
@@ -40,6 +43,7 @@ private:
     std::condition_variable oChanged;
     std::deque<std::function<void()>> oJobs;
     bool bEnd = false;
+    std::atomic<int> iThread = 0; ///< the kernel's number, 0 until the thread runs
     std::thread oThread;
 };
 

@@ -112,8 +112,10 @@ private Q_SLOTS:
     {
         CAnsweringThread oThread;
         oThread.oHandover.open();
+        std::future<void> oNext;
+        oThread.afterPosting = [&] { oNext = oThread.whenFree(); };
         QCOMPARE(oThread.ask(1, CHandover::After::WaitsForRelease), 2);
-        const auto oNext = oThread.whenFree();
+        oThread.waitUntilAsleepOr(oNext);
         QVERIFY(!isDone(oNext));
         oThread.oHandover.release();
         QVERIFY(endsInTime(oNext));
@@ -170,8 +172,10 @@ private Q_SLOTS:
         QCOMPARE(oThread.ask(1), 2);
         oThread.oHandover.release();
         QCOMPARE(*oThread.oHandover.flag(), 1);
+        std::future<void> oNext;
+        oThread.afterPosting = [&] { oNext = oThread.whenFree(); };
         QCOMPARE(oThread.ask(2, CHandover::After::WaitsForRelease), 3);
-        const auto oNext = oThread.whenFree();
+        oThread.waitUntilAsleepOr(oNext);
         QVERIFY(!isDone(oNext));
         oThread.oHandover.release();
         QVERIFY(endsInTime(oNext));

@@ -14,6 +14,20 @@ namespace {
 
 constexpr auto ConnectionName = "som";
 
+/// Puts the process's handling of SIGPIPE back, which the client library sets to ignored when it is loaded or
+/// used first.
+class CKeptPipeSignal
+{
+public:
+    CKeptPipeSignal() { sigaction(SIGPIPE, nullptr, &oBefore); }
+    ~CKeptPipeSignal() { sigaction(SIGPIPE, &oBefore, nullptr); }
+    CKeptPipeSignal(const CKeptPipeSignal&) = delete;
+    CKeptPipeSignal& operator=(const CKeptPipeSignal&) = delete;
+
+private:
+    struct sigaction oBefore = {};
+};
+
 void showError(const QSqlError& oError)
 {
     std::printf("show error\n");
@@ -27,6 +41,7 @@ void showError(const QSqlError& oError)
 QSqlDatabase add(
     const QString& sHost, const QString& sUser, const QString& sPassword, const QString& sDatabase)
 {
+    const CKeptPipeSignal keptPipeSignal;
     QSqlDatabase oDatabase =
         QSqlDatabase::addDatabase(QStringLiteral("QMYSQL"), QLatin1String(ConnectionName));
     oDatabase.setHostName(sHost);
@@ -38,14 +53,13 @@ QSqlDatabase add(
 
 bool open(QSqlDatabase& oDatabase)
 {
-    // The client library sets SIGPIPE to ignored for the whole process.
-    struct sigaction oBefore = {};
-    sigaction(SIGPIPE, nullptr, &oBefore);
-    const bool bOpen = oDatabase.open();
-    sigaction(SIGPIPE, &oBefore, nullptr);
-    if (!bOpen)
-        showError(oDatabase.lastError());
-    return bOpen;
+    {
+        const CKeptPipeSignal keptPipeSignal;
+        if (oDatabase.open())
+            return true;
+    }
+    showError(oDatabase.lastError());
+    return false;
 }
 
 void remove()

@@ -57,6 +57,7 @@ def entry_date(trailer: re.Match[str]) -> datetime | None:
     """Local time of a trailer line without its zone, or None when there is no such date.
 
     Deliberate: the author's clock is kept. Moving the times to UTC would change the day of many entries.
+    Test: test_changelogs, test_an_entry_has_all_columns.
     """
     try:
         month = MONTHS.index(trailer["month"].lower()) + 1

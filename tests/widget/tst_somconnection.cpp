@@ -18,7 +18,23 @@ class TestSOMConnection : public CStrictTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { oServer.load(u"news.sql"_s); }
+    // The client library takes broken pipes over when it is used for the first time.
+    void initTestCase()
+    {
+        oServer.load(u"news.sql"_s);
+        struct sigaction oBefore = {};
+        struct sigaction oOurs = {};
+        oOurs.sa_handler = [](int) {};
+        sigaction(SIGPIPE, &oOurs, &oBefore);
+        QSqlDatabase oDatabase = connection();
+        QVERIFY(somconnection::open(oDatabase));
+        struct sigaction oAfter = {};
+        sigaction(SIGPIPE, &oBefore, &oAfter);
+        bBrokenPipesLeft = oAfter.sa_handler == oOurs.sa_handler;
+        oDatabase = QSqlDatabase();
+        somconnection::remove();
+    }
+
     void cleanup() { somconnection::remove(); }
 
     void aConnectionIsMadeFromItsParameters()
@@ -94,18 +110,7 @@ private Q_SLOTS:
         QCOMPARE(dialogs.texts().size(), 1);
     }
 
-    void theHandlingOfBrokenPipesStaysAsItWas()
-    {
-        struct sigaction oBefore = {};
-        struct sigaction oOurs = {};
-        oOurs.sa_handler = [](int) {};
-        sigaction(SIGPIPE, &oOurs, &oBefore);
-        QSqlDatabase oDatabase = connection();
-        QVERIFY(somconnection::open(oDatabase));
-        struct sigaction oAfter = {};
-        sigaction(SIGPIPE, &oBefore, &oAfter);
-        QVERIFY(oAfter.sa_handler == oOurs.sa_handler);
-    }
+    void theHandlingOfBrokenPipesStaysAsItWas() { QVERIFY(bBrokenPipesLeft); }
 
     void aRemovedConnectionCanBeMadeAgain()
     {
@@ -126,6 +131,7 @@ private:
 
     CPrivateServer oServer;
     const QByteArray oPassword = qgetenv("MYSQL_PWD");
+    bool bBrokenPipesLeft = false;
 };
 
 QTUTILS_WIDGET_TEST_MAIN(TestSOMConnection, CPrivateDisplay::Manager::None)

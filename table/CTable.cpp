@@ -192,11 +192,14 @@ void CTable::markRow(char* pcDate, int iTimeFrame)
 void CTable::showMarkedRow(int iRow)
 {
     const bool bCurrent = currentRow() == iRow;
-    scrollToMarkedRow(iRow);
+    if (isVisible()) {
+        scrollToMarkedRow(iRow);
+    } else {
+        selectRow(iRow);
+        iRowMarkedUnseen = iRow;
+    }
     if (bCurrent)
         announceCurrentRow();
-    if (!isVisible())
-        iRowMarkedUnseen = iRow;
 }
 
 // By way of the row five below, so that up to five rows after the marked one come into sight.
@@ -210,7 +213,7 @@ void CTable::scrollToMarkedRow(int iRow)
 void CTable::showEvent(QShowEvent* pEvent)
 {
     CDataTable::showEvent(pEvent);
-    // A table that is not on the screen doesn't know its height, so it has to be scrolled once more.
+    // A table that is not on the screen doesn't know its height, so it is scrolled only now.
     if (iRowMarkedUnseen >= 0 && currentRow() == iRowMarkedUnseen)
         scrollToMarkedRow(iRowMarkedUnseen);
     iRowMarkedUnseen = -1;

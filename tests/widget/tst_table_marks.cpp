@@ -67,6 +67,17 @@ private Q_SLOTS:
         QVERIFY(isInSight(oTable, 55));
     }
 
+    void aRowMarkedUnseenNearTheTopScrollsNothing()
+    {
+        CTestTable oTable;
+        showManyRows(oTable);
+        mark(oTable, "2006-01-14 12:00:00");
+        oTable.show();
+        QCOMPARE(oTable->currentRow(), 4);
+        QVERIFY(isInSight(oTable, 0));
+        QCOMPARE(oTable->horizontalScrollBar()->value(), 0);
+    }
+
     void aMarkNearTheEndShowsTheLastRows()
     {
         CTestTable oTable;
@@ -87,10 +98,9 @@ private:
         oTable.showDates(oServer, slDates);
     }
 
-    /// The row of 2006-02-20, the 51st.
-    static void mark(CTestTable& oTable)
+    /// The first row later than ten days before the date; that of the default is 2006-02-20, the 51st.
+    static void mark(CTestTable& oTable, QByteArray oDate = "2006-03-01 12:00:00")
     {
-        QByteArray oDate("2006-03-01 12:00:00");
         oTable->markRow(oDate.data(), 0);
     }
 

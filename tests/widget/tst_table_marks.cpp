@@ -71,9 +71,10 @@ private Q_SLOTS:
     {
         CTestTable oTable;
         showManyRows(oTable);
-        mark(oTable, "2006-01-14 12:00:00");
+        oTable->resize(60, 60);
+        mark(oTable, "2006-01-12 12:00:00");
         oTable.show();
-        QCOMPARE(oTable->currentRow(), 4);
+        QCOMPARE(oTable->currentRow(), 2);
         QVERIFY(isInSight(oTable, 0));
         QCOMPARE(oTable->horizontalScrollBar()->value(), 0);
     }

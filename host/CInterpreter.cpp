@@ -154,7 +154,9 @@ void CInterpreter::echo(const Values& vValues)
 {
     std::string sLine;
     for (const Value& oValue : vValues) {
-        sLine += (&oValue == &vValues.front() ? "" : " ") + printed(oValue);
+        if (&oValue != &vValues.front())
+            sLine += ' ';
+        sLine += printed(oValue);
     }
     print(sLine + "\n");
 }

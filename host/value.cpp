@@ -36,8 +36,9 @@ std::string joined(const SNumbers& oNumbers)
     std::string sText;
     for (const double dValue : oNumbers.vdValues) {
         const bool bInt = std::abs(dValue) <= std::numeric_limits<int>::max() && std::trunc(dValue) == dValue;
-        sText +=
-            (sText.empty() ? "" : " ") + (bInt ? std::to_string(int(dValue)) : numberText(float(dValue)));
+        if (!sText.empty())
+            sText += ' ';
+        sText += bInt ? std::to_string(int(dValue)) : numberText(float(dValue));
     }
     return sText;
 }

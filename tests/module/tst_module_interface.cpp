@@ -22,13 +22,10 @@ private Q_SLOTS:
                  "passNodeHierarchy", "select", "setRowColors", "setSOMTable", "show", "thread"})
             lExpected << QByteArray("nodeBrowser_") + pcName + " T";
         // when
-        QProcess oNm;
-        oNm.start(QStringLiteral("nm"),
-            {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("--format=posix"),
-                QStringLiteral(QTUTILS_MODULE)});
-        QVERIFY(oNm.waitForFinished());
+        const QByteArray oTable = run(QStringLiteral("nm"),
+            {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("--format=posix")});
         QByteArrayList lExported;
-        for (const QByteArray& oLine : oNm.readAllStandardOutput().trimmed().split('\n'))
+        for (const QByteArray& oLine : oTable.trimmed().split('\n'))
             lExported << oLine.split(' ').first(2).join(' ');
         std::sort(lExported.begin(), lExported.end());
         // then
@@ -74,11 +71,26 @@ private Q_SLOTS:
         QVERIFY2(lAddresses[1] < lAddresses[2], "NAMESPACE stands before CLASSES_qtutils");
     }
 
+    void theModuleIsNeverUnmapped()
+    {
+        QVERIFY(run(QStringLiteral("readelf"), {QStringLiteral("--dynamic")}).contains("NODELETE"));
+    }
+
     void loadingStartsNoThread()
     {
         CPlainHost oHost;
         oHost.load();
         QCOMPARE(oHost.threads().size(), 1);
+    }
+
+private:
+    /// What a program prints about the module.
+    static QByteArray run(const QString& sProgram, const QStringList& slOptions)
+    {
+        QProcess oProcess;
+        oProcess.start(sProgram, slOptions + QStringList{QStringLiteral(QTUTILS_MODULE)});
+        oProcess.waitForFinished();
+        return oProcess.readAllStandardOutput();
     }
 };
 

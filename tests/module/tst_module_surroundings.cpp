@@ -26,6 +26,7 @@ private Q_SLOTS:
         // given
         QFETCH(QByteArray, oUntil);
         CPlainHost oHost;
+        oHost.command({"env", "LC_ALL", "C.UTF-8"}); // not the locale that the host runs in
         QByteArrayList lExpected = surroundings(oHost);
         QVERIFY(lExpected.contains("signal 13 is default"));
         if (oUntil != "loaded")
@@ -51,6 +52,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         oHost.command({"customize"});
+        oHost.command({"env", "LC_ALL", "C.UTF-8"});
         oHost.command({"env", "QT_NO_GLIB", "0"});
         QByteArrayList lExpected = surroundings(oHost);
         QVERIFY(lExpected.contains("signal 13 is handled"));

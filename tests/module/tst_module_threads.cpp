@@ -44,11 +44,11 @@ private Q_SLOTS:
         // when
         for (int i = 0; i < 4; i++)
             oHost.command(
-                {"start", QByteArray::number(i), "repeat", "50", "CNodeBrowser", "t:som", "t:news"});
+                {"start", QByteArray::number(i), "repeat", "20000", "CNodeBrowser", "t:som", "t:news"});
         for (int i = 0; i < 4; i++)
             QCOMPARE(oHost.command({"join", QByteArray::number(i)}), "same window");
         for (int i = 0; i < 4; i++)
-            oHost.command({"start", QByteArray::number(i), "repeat", "50", "FREE_CNodeBrowser"});
+            oHost.command({"start", QByteArray::number(i), "repeat", "20000", "FREE_CNodeBrowser"});
         for (int i = 0; i < 4; i++)
             oHost.command({"join", QByteArray::number(i)});
         // then
@@ -103,8 +103,8 @@ private Q_SLOTS:
         CPlainHost oHost;
         oHost.start();
         oHost.call("select", {"i:1"});
-        oHost.command({"start", "1", "repeat", "300", "getNumRows", "oi:1"});
-        oHost.command({"start", "2", "repeat", "300", "setRowColors", "c:5x0,0,0"});
+        oHost.command({"start", "1", "repeat", "3000", "getNumRows", "oi:1"});
+        oHost.command({"start", "2", "repeat", "30000", "setRowColors", "c:5x0,0,0"});
         QCOMPARE(oHost.command({"join", "1"}), "5");
         oHost.command({"join", "2"});
     }

@@ -60,6 +60,8 @@ private Q_SLOTS:
     void theMenuOpensBesideTheNodesToo()
     {
         openAll();
+        rightClick(pTree->place(1));
+        menu().hide();
         const QStringList slBefore = pTree->picture();
         for (const Entry eEntry : {ExpandAll, ExpandTwoLevels, CollapseAll}) {
             rightClick(QPoint(20, 250));

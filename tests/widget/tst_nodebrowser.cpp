@@ -151,6 +151,21 @@ private Q_SLOTS:
         }
     }
 
+    void aSizeSetWhileTheWindowIsHiddenDoesNotCount()
+    {
+        CTestBrowser oBrowser;
+        oBrowser.show();
+        oBrowser->move(120, 90);
+        oBrowser->resize(900, 850);
+        QTRY_COMPARE(oBrowser->pos(), QPoint(120, 90));
+        QTRY_COMPARE(oBrowser->size(), QSize(900, 850));
+        oBrowser->hide();
+        oBrowser->move(10, 10);
+        oBrowser->resize(1000, 900);
+        oBrowser.show();
+        QTRY_COMPARE(oBrowser->size(), QSize(900, 850));
+    }
+
     void theRightSideStaysHidden()
     {
         CTestBrowser oBrowser;

@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QPointer>
 
-#include <chrono>
 #include <csignal>
 #include <pthread.h>
 #include <unistd.h>
@@ -177,11 +176,13 @@ void CUserInterfaceThread::stop()
     oCommandPost.close();
     oHandover.close();
     std::unique_lock<std::mutex> lock(oStateMutex);
+    if (!bStopping)
+        oTakeDownEnd = std::chrono::steady_clock::now() + LongestTakeDown;
     bStopping = true;
     oStateChanged.notify_all();
     endLoop();
     if (!pthread_equal(pthread_self(), oThread))
-        oStateChanged.wait_for(lock, LongestTakeDown, [this] { return bFinished; });
+        oStateChanged.wait_until(lock, oTakeDownEnd, [this] { return bFinished; });
 }
 
 // By event: an exit asked for before the loop has started would be lost.

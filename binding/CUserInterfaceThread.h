@@ -6,6 +6,7 @@
 #include "CCommandPost.h"
 #include "CHandover.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -47,7 +48,8 @@ public:
     /// is terminated, hides the window. [ui-thread]
     void runBrowser();
 
-    /// Takes everything down and waits for that at most five seconds. Later constructions fail. [any-thread]
+    /// Takes everything down; all calls together wait for that at most five seconds. Later constructions
+    /// fail. [any-thread]
     void stop();
 
     CHandover& handover() { return oHandover; }
@@ -79,4 +81,6 @@ private:
     bool bLoopAlive = false; ///< the application object exists
     bool bStopping = false;
     bool bFinished = false;
+    std::chrono::steady_clock::time_point
+        oTakeDownEnd; ///< nobody waits longer, however often stop() is called
 };

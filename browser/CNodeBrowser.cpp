@@ -141,7 +141,8 @@ void CNodeBrowser::handle(int iCommand, const CCommandEvent& oEvent)
         pTable->setRowColors(oEvent.payload<float>());
         break;
     case commands::MarkRow:
-        pTable->markRow(oEvent.payload<MarkRequest>()->pcDate, oEvent.payload<MarkRequest>()->iTimeFrame);
+        if (const auto* pRequest = oEvent.payload<MarkRequest>(); pRequest->pcDate != nullptr)
+            pTable->markRow(pRequest->pcDate, pRequest->iTimeFrame);
         break;
     case commands::Show:
         showAgain();

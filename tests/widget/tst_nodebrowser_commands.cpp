@@ -203,6 +203,18 @@ private Q_SLOTS:
         QCoreApplication::sendEvent(&*oBrowser, &oEvent);
     }
 
+    void aMarkWithoutADateIsDropped()
+    {
+        CTestBrowser oBrowser;
+        oBrowser.setTables();
+        oBrowser.select(1);
+        MarkRequest oRequest{nullptr, 0};
+        oBrowser.send(commands::MarkRow, &oRequest);
+        int iMinutes = -1;
+        oBrowser.send(commands::GetFirstDateInFrame, &iMinutes);
+        QCOMPARE(iMinutes, 0);
+    }
+
     void questionsAreAnswered()
     {
         CTestBrowser oBrowser;

@@ -105,7 +105,6 @@ int CTable::selection(int iSelection)
     pSelectCursor.reset();
     pSelectCursor = execute(selectionquery::documents(oTables, iNode, sSortField, sDateFilter));
     model().setResult(pSelectCursor, shownColumns());
-    scrollToTop();
     adjustColumns();
     return numRows();
 }

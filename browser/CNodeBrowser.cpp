@@ -21,13 +21,6 @@
 #include <QSqlRecord>
 #include <QTreeWidget>
 
-namespace {
-
-constexpr QSize LeastSize(732, 800);
-constexpr int FirstTreeWidth = 340;
-
-} // namespace
-
 CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString somDatabase,
     QString sourceDatabase, int* piThreadFlag, pthread_mutex_t* pFlagMutex, pthread_cond_t* pCond,
     QWidget* parent, const char* name)
@@ -35,7 +28,7 @@ CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString
     , oMenus(this)
 {
     setObjectName(QLatin1String(name));
-    setMinimumSize(LeastSize);
+    setMinimumSize(panes::LeastSize);
     move(0, 0);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
@@ -61,7 +54,7 @@ void CNodeBrowser::makePanes(const std::function<CTable*(QWidget*)>& makeTable)
     pTable = makeTable(pTableGroup);
     panes::addTo(*pTableGroup, pTable, 1);
     makeTextGroup(pRightSide);
-    pRightSide->setSizes({480, 320}); // in proportion
+    pRightSide->setSizes({panes::TableShare, panes::TextShare});
 }
 
 void CNodeBrowser::makeTextGroup(QWidget* pParent)
@@ -192,7 +185,7 @@ void CNodeBrowser::fillTree(const std::vector<std::vector<int>>* pvviNodes)
     if (!bFirst)
         return;
     pPanes->setStretchFactor(1, 1); // a wider window is for the documents
-    pPanes->setSizes({FirstTreeWidth, width() - FirstTreeWidth - panes::HandleWidth});
+    pPanes->setSizes({panes::FirstTreeWidth, width() - panes::FirstTreeWidth - panes::HandleWidth});
 }
 
 void CNodeBrowser::showAgain()

@@ -7,10 +7,14 @@
 #include <QGroupBox>
 #include <QSplitter>
 
-/// The window's building blocks, with its margins and handles. [ui-thread]
+/// The window's building blocks and its sizes, in pixels. [ui-thread]
 namespace panes {
 
-constexpr int HandleWidth = 5; ///< pixels
+constexpr QSize LeastSize(732, 800); ///< of the window, which opens with it
+constexpr int FirstTreeWidth = 340; ///< of a tree that has just been filled
+constexpr int TableShare = 480; ///< of the right side's height, in proportion to TextShare
+constexpr int TextShare = 320;
+constexpr int HandleWidth = 5;
 constexpr int GroupMargin = 11;
 constexpr int GroupSpacing = 5;
 

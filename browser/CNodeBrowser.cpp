@@ -276,6 +276,7 @@ void CNodeBrowser::openFullView(int /*row*/, int /*col*/, int /*button*/, const 
 {
     auto* pViewer = new CEdit;
     pViewer->setText(pTextEdit->givenText());
+    pViewer->resize(panes::FirstViewerSize);
     pViewer->show();
 }
 

@@ -14,6 +14,7 @@ constexpr QSize LeastSize(732, 800); ///< of the window, which opens with it
 constexpr int FirstTreeWidth = 340; ///< of a tree that has just been filled
 constexpr int TableShare = 480; ///< of the right side's height, in proportion to TextShare
 constexpr int TextShare = 320;
+constexpr QSize FirstViewerSize(540, 500); ///< of a full text; fits beside LeastSize on 1280 pixels
 constexpr int HandleWidth = 5;
 constexpr int GroupMargin = 11;
 constexpr int GroupSpacing = 5;

@@ -17,7 +17,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -203,6 +205,19 @@ private Q_SLOTS:
         QCOMPARE(CTestBrowser::viewers().size(), 2);
         QVERIFY(!lViewers[0]->isVisible());
         QVERIFY(lViewers[1]->isVisible());
+    }
+
+    void aViewerHasRoomForLinesOf80Letters()
+    {
+        const QString sLine =
+            u"The viewer opens so wide that a line of a letter or a message stays in one line."_s;
+        QCOMPARE(sLine.size(), 80);
+        CTestBrowser oBrowser;
+        showNode(oBrowser);
+        oBrowser.doubleClickCell(2, 1);
+        auto* pText = CTestBrowser::viewers()[0]->findChild<QTextEdit*>(u"fullEdit"_s);
+        pText->setText(sLine);
+        QTRY_COMPARE(pText->document()->firstBlock().layout()->lineCount(), 1);
     }
 
     void returnOpensAViewerToo()

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 
 #include <algorithm>
 #include <csignal>
@@ -13,12 +14,23 @@
 namespace {
 
 constexpr int LongestWait = 60000; // milliseconds
+const QByteArray Answer("=== ");
 
 QByteArrayList lines(const QByteArray& oText)
 {
     QByteArrayList lLines = oText.split('\n');
     lLines.removeAll({});
     return lLines;
+}
+
+// Ends the test with a failure if other lines came than those that were announced.
+void compare(const char* pcChannel, const QByteArrayList& lCame, const QByteArrayList& lAnnounced)
+{
+    if (lCame == lAnnounced || QTest::currentTestFailed())
+        return;
+    const QByteArray oText = QByteArray("The module printed to ") + pcChannel + ":\n" + lCame.join('\n')
+        + "\nand what was announced is:\n" + lAnnounced.join('\n');
+    QTest::qFail(oText.constData(), __FILE__, __LINE__);
 }
 
 } // namespace
@@ -32,8 +44,12 @@ CPlainHost::CPlainHost()
 
 CPlainHost::~CPlainHost()
 {
+    waitForAnnouncedLines();
     oProcess.kill();
     oProcess.waitForFinished(LongestWait);
+    readOutput();
+    compare("standard output", lOutput.mid(iSeenOutput), lAnnouncedOutput);
+    compare("standard error", readErrors().mid(iSeenErrors), lAnnouncedErrors);
 }
 
 QByteArray CPlainHost::command(const QByteArrayList& lFields)
@@ -61,8 +77,8 @@ QByteArray CPlainHost::answer()
         for (qsizetype iEnd = oUnread.indexOf('\n'); iEnd >= 0; iEnd = oUnread.indexOf('\n')) {
             const QByteArray oLine = oUnread.first(iEnd);
             oUnread.remove(0, iEnd + 1);
-            if (oLine.startsWith("=== "))
-                return oLine.mid(4);
+            if (oLine.startsWith(Answer))
+                return oLine.mid(qsizetype(Answer.size()));
             lOutput << oLine;
         }
         if (!readMore()) {
@@ -97,6 +113,7 @@ QByteArray CPlainHost::start()
     load();
     call("setSOMTable", {"t:news_train"});
     const QByteArray oWindow = construct();
+    announceErrors({"Database is open. Commencing."});
     passHierarchy();
     return numRows() == 0 ? oWindow : "no answer";
 }
@@ -114,20 +131,54 @@ int CPlainHost::numRows()
     return call("getNumRows", {"oi:1"}).toInt();
 }
 
-QByteArrayList CPlainHost::output()
+QByteArrayList CPlainHost::ask(const QByteArrayList& lQuestion)
+{
+    return command(QByteArrayList{"ask"} + lQuestion).split('\v');
+}
+
+void CPlainHost::readOutput()
 {
     oUnread += oProcess.readAllStandardOutput();
     const qsizetype iEnd = oUnread.lastIndexOf('\n') + 1;
     lOutput += lines(oUnread.first(iEnd));
+    lOutput.removeIf([](const QByteArray& oLine) { return oLine.startsWith(Answer); });
     oUnread.remove(0, iEnd);
+}
+
+QByteArrayList CPlainHost::readErrors()
+{
+    oProcess.waitForReadyRead(0);
+    oErrors += oProcess.readAllStandardError();
+    return lines(oErrors);
+}
+
+void CPlainHost::waitForAnnouncedLines()
+{
+    const auto allCame = [this] {
+        readOutput();
+        return lOutput.size() >= iSeenOutput + lAnnouncedOutput.size()
+            && readErrors().size() >= iSeenErrors + lAnnouncedErrors.size();
+    };
+    const auto isOver = [&] {
+        return QTest::currentTestFailed() || oProcess.state() == QProcess::NotRunning || allCame();
+    };
+    (void)QTest::qWaitFor(isOver, LongestWait); // what is missing then, the comparison says
+}
+
+QByteArrayList CPlainHost::output()
+{
+    readOutput();
+    iSeenOutput = lOutput.size();
+    lAnnouncedOutput.clear();
     return lOutput;
 }
 
 QByteArrayList CPlainHost::errors()
 {
-    oProcess.waitForReadyRead(0);
-    oErrors += oProcess.readAllStandardError();
-    return lines(oErrors);
+    const QByteArrayList lErrors = readErrors();
+    iSeenErrors = lErrors.size();
+    lAnnouncedErrors.clear();
+    return lErrors;
 }
 
 QByteArray CPlainHost::end()

@@ -39,11 +39,18 @@ public:
     void passHierarchy();
     /// The number of rows shown.
     int numRows();
+    /// What somebody in front of the display sees, after all that they did before has taken effect.
+    /// Questions: see probe.cpp. Waits as long as the user interface is busy.
+    QByteArrayList ask(const QByteArrayList& lQuestion);
 
     /// Lines that the module has printed to standard output so far, answers left out.
     QByteArrayList output();
     /// Lines on standard error so far.
     QByteArrayList errors();
+    /// The lines that the module will print, until the next look at them. The host lives until they have
+    /// come.
+    void announceOutput(const QByteArrayList& lLines) { lAnnouncedOutput += lLines; }
+    void announceErrors(const QByteArrayList& lLines) { lAnnouncedErrors += lLines; }
 
     /// Waits for the end of the process: its exit code, or a text that says how it ended otherwise.
     QByteArray end();
@@ -56,9 +63,16 @@ public:
 
 private:
     bool readMore();
+    void readOutput();
+    QByteArrayList readErrors();
+    void waitForAnnouncedLines();
 
     QProcess oProcess;
     QByteArray oUnread;
     QByteArrayList lOutput;
     QByteArray oErrors;
+    qsizetype iSeenOutput = 0; ///< number of lines that the test has looked at
+    qsizetype iSeenErrors = 0;
+    QByteArrayList lAnnouncedOutput; ///< of those behind them
+    QByteArrayList lAnnouncedErrors;
 };

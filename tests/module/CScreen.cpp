@@ -25,6 +25,11 @@ void drive(const QByteArrayList& lArguments)
     QProcess::execute(QStringLiteral("xdotool"), slArguments);
 }
 
+QByteArrayList moveTo(const QPoint& oPlace)
+{
+    return {"mousemove", QByteArray::number(oPlace.x()), QByteArray::number(oPlace.y())};
+}
+
 } // namespace
 
 CScreen::CScreen()
@@ -117,13 +122,21 @@ QRect CScreen::place(const QByteArray& oTitle) const
     return {pOrigin->dst_x, pOrigin->dst_y, pSize->width, pSize->height};
 }
 
-int CScreen::pixels(QRgb uColor) const
+QImage CScreen::picture() const
 {
     const auto oCookie = xcb_get_image(pConnection, XCB_IMAGE_FORMAT_Z_PIXMAP, pScreen->root, 0, 0,
         pScreen->width_in_pixels, pScreen->height_in_pixels, ~0U);
     const auto pImage = held(xcb_get_image_reply(pConnection, oCookie, nullptr));
-    const auto* puFirst = reinterpret_cast<const QRgb*>(xcb_get_image_data(pImage.get()));
-    return int(std::count_if(puFirst, puFirst + xcb_get_image_data_length(pImage.get()) / 4,
+    const QImage oPicture(xcb_get_image_data(pImage.get()), pScreen->width_in_pixels,
+        pScreen->height_in_pixels, QImage::Format_RGB32);
+    return oPicture.copy();
+}
+
+int CScreen::pixels(QRgb uColor, const QRect& oPlace) const
+{
+    const QImage oPicture = picture().copy(oPlace);
+    const auto* puFirst = reinterpret_cast<const QRgb*>(oPicture.constBits());
+    return int(std::count_if(puFirst, puFirst + oPicture.sizeInBytes() / qsizetype(sizeof *puFirst),
         [&](QRgb uPixel) { return (uPixel & RGB_MASK) == (uColor & RGB_MASK); }));
 }
 
@@ -132,9 +145,26 @@ void CScreen::press(const QByteArrayList& lKeys) const
     drive(QByteArrayList{"key"} + lKeys);
 }
 
-void CScreen::click(const QPoint& oPlace) const
+void CScreen::type(const QByteArray& oText) const
 {
-    drive({"mousemove", QByteArray::number(oPlace.x()), QByteArray::number(oPlace.y()), "click", "1"});
+    drive({"type", "--delay", "0", oText});
+}
+
+void CScreen::click(const QPoint& oPlace, int iButton) const
+{
+    drive(moveTo(oPlace) + QByteArrayList{"click", QByteArray::number(iButton)});
+}
+
+void CScreen::doubleClick(const QPoint& oPlace, int iButton) const
+{
+    drive(moveTo(oPlace)
+        + QByteArrayList{"click", "--repeat", "2", "--delay", "20", QByteArray::number(iButton)});
+}
+
+void CScreen::drag(const QPoint& oFrom, const QPoint& oTo) const
+{
+    drive(moveTo(oFrom) + QByteArrayList{"mousedown", "1"} + moveTo((oFrom + oTo) / 2) + moveTo(oTo)
+        + QByteArrayList{"mouseup", "1"});
 }
 
 void CScreen::move(const QByteArray& oTitle, const QPoint& oPlace) const

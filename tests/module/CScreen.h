@@ -4,8 +4,8 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <QImage>
 #include <QRect>
-#include <QRgb>
 
 #include <optional>
 
@@ -28,13 +28,21 @@ public:
     bool isActive(const QByteArray& oTitle) const;
     /// The window's place on the screen, without its frame; empty if it isn't there.
     QRect place(const QByteArray& oTitle) const;
-    /// Number of pixels of exactly this colour on the screen.
-    int pixels(QRgb uColor) const;
+    /// What is on the screen.
+    QImage picture() const;
+    /// Number of pixels of exactly this colour on the screen, or at a place of it.
+    int pixels(QRgb uColor) const { return pixels(uColor, {}); }
+    int pixels(QRgb uColor, const QRect& oPlace) const;
 
     /// Presses keys, such as "Return" or "alt+f", one after the other.
     void press(const QByteArrayList& lKeys) const;
-    /// Clicks at a place of the screen.
-    void click(const QPoint& oPlace) const;
+    /// Types a text with the keyboard of the display.
+    void type(const QByteArray& oText) const;
+    /// Clicks at a place of the screen; button 1 is the left one, 2 the middle one, 3 the right one.
+    void click(const QPoint& oPlace, int iButton = 1) const;
+    void doubleClick(const QPoint& oPlace, int iButton = 1) const;
+    /// Presses the left button at a place and lets it go at another one.
+    void drag(const QPoint& oFrom, const QPoint& oTo) const;
     void move(const QByteArray& oTitle, const QPoint& oPlace) const;
     void resize(const QByteArray& oTitle, const QSize& oSize) const;
     /// Closes a window by way of the window manager, as its button does.

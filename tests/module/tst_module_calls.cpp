@@ -94,6 +94,7 @@ private Q_SLOTS:
         CPlainHost oHost;
         oHost.start();
         oServer.startLog();
+        oHost.announceErrors({"Database is open. Commencing."});
         oHost.passHierarchy();
         oHost.numRows();
         QCOMPARE(
@@ -108,6 +109,7 @@ private Q_SLOTS:
         oHost.start();
         oHost.call("select", {"i:1"});
         // when, then
+        oHost.announceErrors({"CNodeBrowser: Changed Table to others"});
         oHost.call("setSOMTable", {"t:others"});
         QCOMPARE(oHost.numRows(), 5);
         oHost.call("select", {"i:1"});
@@ -150,6 +152,9 @@ private Q_SLOTS:
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.call("getFirstDateInSelection", {"ot:20"}), "2005-02-27T23:59:59");
         oHost.call("select", {"i:3"});
+        oHost.announceErrors(
+            {"CTable: An Error occurred while getting first date in selection                ",
+                "SelectCursor is empty!"});
         QCOMPARE(oHost.call("getFirstDateInSelection", {"ot:20"}), "untouched");
     }
 

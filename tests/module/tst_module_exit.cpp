@@ -48,11 +48,9 @@ private Q_SLOTS:
             oHost.give(lEnding);
             // then
             QCOMPARE(oHost.end(), lEnding.last());
-            QByteArrayList lErrors = oHost.errors();
-            lErrors.removeAll("Database is open. Commencing.");
-            lErrors.removeAll("Terminating QApplication");
-            lErrors.removeAll("CNodeBrowser: Changed Table to many");
-            QCOMPARE(lErrors, QByteArrayList());
+            if (oLife == "just freed") // the ending may be faster than the line
+                QVERIFY(
+                    QByteArrayList({Opened, Terminating}).mid(0, oHost.errors().size()) == oHost.errors());
         }
     }
 
@@ -68,6 +66,10 @@ private Q_SLOTS:
         oHost.give({"exit", "3"});
         // then
         QCOMPARE(oHost.end(), "3");
+        QByteArrayList lErrors = oHost.errors();
+        // Qt's exit handlers may complain of what the hanging thread owns.
+        lErrors.removeIf([](const QByteArray& oLine) { return oLine.endsWith(FromAnotherThread); });
+        QCOMPARE(lErrors, QByteArrayList({Opened, "CNodeBrowser: Changed Table to endless"}));
     }
 
     void anUnloadedModuleCanBeLoadedAgain_data()
@@ -89,6 +91,8 @@ private Q_SLOTS:
             QCOMPARE(oHost.command({"unload"}), "unloaded");
             QCOMPARE(oHost.load(), "loaded");
             // then
+            if (oHost.numRows() >= 0)
+                oHost.announceErrors({"CNodeBrowser: Changed Table to news_train"});
             oHost.call("setSOMTable", {"t:news_train"});
             QVERIFY(oHost.construct().endsWith("window"));
             oHost.call("select", {"i:1"});
@@ -120,6 +124,7 @@ private:
     {
         oHost.load();
         oHost.command({"env", "MYSQL_PWD", "wrong"});
+        oHost.announceOutput({"show error"});
         oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
         QTUTILS_WAIT_FOR(oScreen.isShown("SQL Error"));
     }
@@ -140,6 +145,7 @@ private:
         oHost.start();
         oHost.call("setSOMTable", {"t:many"});
         oHost.call("select", {"i:1"});
+        QTUTILS_WAIT_FOR(oHost.errors().contains("CNodeBrowser: Changed Table to many"));
     }
 
     static void fillDate(CPlainHost& oHost)
@@ -153,10 +159,14 @@ private:
     {
         oHost.start();
         oHost.call("show");
+        oHost.announceErrors({Terminating});
         oHost.free();
     }
 
     static constexpr int Repetitions = 5;
+    static constexpr const char* FromAnotherThread = ": Timers cannot be stopped from another thread";
+    static constexpr const char* Opened = "Database is open. Commencing.";
+    static constexpr const char* Terminating = "Terminating QApplication";
 
     CPrivateServer oServer;
     CScreen oScreen;
@@ -176,7 +186,7 @@ private:
         {"freed",
             [](CPlainHost& oHost) {
                 free(oHost);
-                QTUTILS_WAIT_FOR(oHost.errors().contains("Terminating QApplication"));
+                QTUTILS_WAIT_FOR(oHost.errors().contains(Terminating));
             }},
         {"box open", [this](CPlainHost& oHost) { openBox(oHost); }},
         {"question waits",

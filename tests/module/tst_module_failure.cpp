@@ -134,10 +134,12 @@ private Q_SLOTS:
         oHost.load();
         const QByteArray oPassword = oHost.command({"getenv", "MYSQL_PWD"});
         oHost.command({"env", "MYSQL_PWD", "wrong"});
+        oHost.announceOutput({"show error"});
         oHost.give({"call", "CNodeBrowser", "t:som", "t:news"});
         QTUTILS_WAIT_FOR(oScreen.isActive("SQL Error"));
         oScreen.press({"Return"});
         oHost.answer();
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         // when
         oHost.command({"env", "MYSQL_PWD", oPassword});
@@ -165,6 +167,7 @@ private:
         const QByteArray oWindow = oHost.construct();
         oHost.call("select", {"i:1"});
         const int iRows = oHost.numRows();
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         return oWindow + ' ' + QByteArray::number(iRows);
     }

@@ -77,6 +77,7 @@ private Q_SLOTS:
         oHost.start();
         oHost.call("show");
         QTUTILS_WAIT_FOR(oScreen.isShown("Ombrel"));
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         QTUTILS_WAIT_FOR(!oScreen.isShown("Ombrel"));
     }
@@ -125,6 +126,7 @@ private Q_SLOTS:
                            "CREATE TABLE som2.news_train AS SELECT 1 node, 0.5 dist, 7 item"));
         CPlainHost oHost;
         oHost.start();
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         // when
         oHost.call("setSOMTable", {"t:news_train"});
@@ -140,6 +142,7 @@ private Q_SLOTS:
         oHost.start();
         const QList<int> lThreads = oHost.threads();
         for (int i = 0; i < 3; i++) {
+            oHost.announceErrors({"Terminating QApplication"});
             oHost.free();
             oHost.construct();
         }
@@ -150,6 +153,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         oHost.start();
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         oHost.construct();
         oHost.call("select", {"i:1"});
@@ -162,6 +166,7 @@ private Q_SLOTS:
         oHost.load();
         oHost.free();
         oHost.start();
+        oHost.announceErrors({"Terminating QApplication"});
         for (int i = 0; i < 3; i++)
             oHost.free();
         oHost.call("setSOMTable", {"t:news_train"});
@@ -170,6 +175,7 @@ private Q_SLOTS:
         oHost.free();
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.numRows(), 5);
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         QCOMPARE(oHost.numRows(), Untouched);
     }
@@ -188,6 +194,7 @@ private Q_SLOTS:
         CPlainHost oHost;
         oHost.load();
         if (bAfterFree) {
+            oHost.announceErrors({"Terminating QApplication"});
             oHost.construct();
             oHost.free();
         }
@@ -216,6 +223,7 @@ private Q_SLOTS:
         oHost.call("setSOMTable", {"t:news_train"});
         oHost.construct();
         // when
+        oHost.announceErrors({"Database is open. Commencing."});
         oHost.call("passNodeHierarchy", {"n:", "i:0", "i:3", "i:4"});
         oHost.call("show");
         QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));

@@ -87,6 +87,7 @@ private:
 
     void use(CPlainHost& oHost)
     {
+        oHost.announceErrors({"Database is open. Commencing."});
         oHost.passHierarchy();
         oHost.call("show");
         QTUTILS_WAIT_FOR(oScreen.isShown("Ombrel"));
@@ -96,6 +97,7 @@ private:
 
     void free(CPlainHost& oHost)
     {
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         QTUTILS_WAIT_FOR(!oScreen.isShown("Ombrel"));
     }

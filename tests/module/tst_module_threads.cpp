@@ -54,6 +54,7 @@ private Q_SLOTS:
         // then
         oHost.call("select", {"i:2"});
         QCOMPARE(oHost.numRows(), 2);
+        oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         QCOMPARE(oHost.numRows(), -7777);
     }

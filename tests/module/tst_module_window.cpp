@@ -154,6 +154,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         show(oHost);
+        oHost.announceErrors({"CNodeBrowser: Changed Table to many"});
         oHost.call("setSOMTable", {"t:many"});
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.numRows(), 100000);

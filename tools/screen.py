@@ -138,8 +138,22 @@ def resize(window: str, width: int, height: int) -> Box:
     return wait_for(f"the window is {width} x {height}", look)
 
 
-def double_click(window: str, x: int, y: int) -> None:
-    """Double-clicks at a place of a window."""
-    output_of(
-        "xdotool", "mousemove", "--sync", "--window", window, str(x), str(y), "click", "--repeat", "2", "1"
-    )
+def click(window: str, x: int, y: int, button: int = 1, times: int = 1) -> None:
+    """Clicks at a place of a window."""
+    move = ("mousemove", "--sync", "--window", window, str(x), str(y))
+    output_of("xdotool", *move, "click", "--repeat", str(times), str(button))
+
+
+def press(*keys: str) -> None:
+    """Presses and releases keys one after the other, for instance "ctrl+f"; the window with the focus gets them."""
+    output_of("xdotool", "key", *keys)
+
+
+def type_text(text: str) -> None:
+    """Types a text; the window with the focus gets it."""
+    output_of("xdotool", "type", text)
+
+
+def active_window() -> str:
+    """The number of the window that the window manager has made active; empty if there is none."""
+    return output_of("xdotool", "getactivewindow").decode().strip()

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
-"""The tour's eyes and its talk with the host."""
+"""The tour's eyes and hands, its talk with the host, and how it ends."""
 
 import subprocess
 import sys
@@ -12,7 +12,9 @@ import pytest
 TOP = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(TOP / "tools"))
 
+import browserwindow  # noqa: E402
 import screen  # noqa: E402
+from browserwindow import BrowserWindow, run  # noqa: E402
 from hostprocess import HostProcess  # noqa: E402
 from pngfile import png  # noqa: E402
 from screen import Box, Picture, TourError  # noqa: E402
@@ -113,3 +115,66 @@ def test_a_host_that_ends_is_reported_with_its_last_words(host: HostProcess) -> 
 
 def test_the_exit_code_of_the_host_is_handed_on(host: HostProcess) -> None:
     assert host.close() == 5
+
+
+@pytest.fixture
+def calls(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> Path:
+    """A fake xdotool writes down how it is called."""
+    path = tmp_path / "calls"
+    program = tmp_path / "xdotool"
+    program.write_text(f'#!/bin/sh\necho "$*" >> {path}\necho 42\n')
+    program.chmod(0o755)
+    monkeypatch.setenv("PATH", str(tmp_path), prepend=":")
+    return path
+
+
+def test_hands_click_press_and_type(calls: Path) -> None:
+    screen.click("7", 10, 20)
+    screen.click("7", 10, 20, times=2)
+    screen.click("7", 10, 20, button=3)
+    screen.press("Down", "Return")
+    screen.type_text("a word")
+    assert screen.active_window() == "42"
+    assert calls.read_text().splitlines() == [
+        "mousemove --sync --window 7 10 20 click --repeat 1 1",
+        "mousemove --sync --window 7 10 20 click --repeat 2 1",
+        "mousemove --sync --window 7 10 20 click --repeat 1 3",
+        "key Down Return",
+        "type a word",
+        "getactivewindow",
+    ]
+
+
+BAD_HOST = """#!/bin/sh
+while read -r word rest; do [ "$word" != .echo ] || echo "$rest"; done
+exit 5
+"""
+
+
+def run_with(take: browserwindow.Take, folder: Path, monkeypatch: pytest.MonkeyPatch) -> int:
+    program = folder / "host"
+    program.write_text(BAD_HOST)
+    program.chmod(0o755)
+    places = ["--host", str(program), "--module", "m.so", "--hierarchy", "h", "--output", str(folder / "new")]
+    monkeypatch.setattr(sys, "argv", ["tools/tour.py", *places])
+    monkeypatch.setattr(browserwindow, "capture", lambda: Picture((WHITE * 4,) * 4))
+    return run("Takes pictures.", take)
+
+
+def test_a_failed_check_is_one_line_and_a_picture(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    def take(window: BrowserWindow, hierarchy: Path) -> None:
+        raise TourError("the sky falls")
+
+    assert run_with(take, tmp_path, monkeypatch) == 1
+    picture = tmp_path / "new/failed.png"
+    assert capsys.readouterr().err == f"tour: the sky falls; see {picture}\n"
+    assert picture.read_bytes().startswith(b"\x89PNG")
+
+
+def test_a_host_that_ends_badly_is_reported(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    assert run_with(lambda window, hierarchy: None, tmp_path, monkeypatch) == 1
+    assert capsys.readouterr().err == "tour: the host ended with 5\n"

@@ -22,7 +22,7 @@ fail()
 
 wrong_usage()
 {
-    fail "$1; see ./${0##*/} --help" || exit 2
+    fail "$1; see ./$(realpath --relative-to="$TOP" -- "$0") --help" || exit 2
 }
 
 # ---------------------------------------------------------------------------------------------- steps and time

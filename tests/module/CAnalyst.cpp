@@ -25,6 +25,29 @@ QByteArrayList CAnalyst::viewers()
     return lStates;
 }
 
+QByteArray CAnalyst::openNodes()
+{
+    QByteArrayList lNodes;
+    for (const QByteArray& oLine : tree())
+        if (const QByteArray oItem = oLine.trimmed(); oItem.startsWith('v'))
+            lNodes << oItem.split(' ')[1];
+    return lNodes.join(' ');
+}
+
+QByteArray CAnalyst::currentNode()
+{
+    for (const QByteArray& oLine : tree())
+        if (oLine.endsWith(" <"))
+            return oLine.trimmed().split(' ')[1];
+    return "none";
+}
+
+QRect CAnalyst::branchMark(int iNode)
+{
+    const QRect oItem = item(iNode);
+    return oItem.isEmpty() ? oItem : oItem.adjusted(-12, 0, -oItem.width() - 4, 0);
+}
+
 QRect CAnalyst::place(const QByteArrayList& lQuestion)
 {
     const QByteArrayList lNumbers = answer(lQuestion).split(' ');
@@ -49,5 +72,11 @@ void CAnalyst::choose(const QByteArray& oMenu, const QByteArray& oEntry)
 {
     click(menuTitle(oMenu));
     QTUTILS_WAIT_FOR(!entry(oEntry).isEmpty());
+    click(entry(oEntry));
+}
+
+void CAnalyst::chooseAt(const QRect& oPlace, const QByteArray& oEntry)
+{
+    click(oPlace, 3);
     click(entry(oEntry));
 }

@@ -32,11 +32,17 @@ public:
     QByteArray rowsInSight() { return answer({"rows"}); }
     /// The tree; see pictures::tree().
     QByteArrayList tree() { return oHost.ask({"tree"}); }
+    /// The headers of the tree's columns, separated by bars.
+    QByteArray treeColumns() { return answer({"columns"}); }
+    /// The tree's open nodes from the top, such as "0 1", and its current node or "none".
+    QByteArray openNodes();
+    QByteArray currentNode();
     /// The entries of a menu, "ShowMenu" or "SortMenu", open or not; see pictures::menu().
     QByteArrayList menu(const QByteArray& oName) { return oHost.ask({"menu", oName}); }
     /// The entries of the menu that is open now, or "none".
     QByteArrayList openMenu() { return oHost.ask({"open menu"}); }
-    /// The text of a text field ("texteditor"), a date field ("dateedit") or a check box ("checkdate").
+    /// The text of a text field ("texteditor"), a date field ("dateedit"), a check box ("checkdate") or a
+    /// group.
     QByteArray text(const QByteArray& oName) { return oHost.ask({"text", oName}).join('\n'); }
     /// The selection of a text field: "first-last: text", positions in characters.
     QByteArray selectedText(const QByteArray& oName) { return answer({"selected", oName}); }
@@ -51,6 +57,10 @@ public:
     /// Places on the screen; empty if it isn't in sight. A column goes by its header.
     QRect cell(int iRow, const QByteArray& oColumn) { return place({"cell", number(iRow), oColumn}); }
     QRect item(int iNode) { return place({"item", number(iNode)}); }
+    /// What opens and closes a node's branch.
+    QRect branchMark(int iNode);
+    /// The header of a column of the tree.
+    QRect header(const QByteArray& oText) { return place({"header", oText}); }
     QRect part(const QByteArray& oName) { return place({"place", oName}); }
     QRect menuTitle(const QByteArray& oText) { return place({"title", oText}); }
     /// An entry of the menu that is open.
@@ -65,6 +75,8 @@ public:
     void doubleClickCell(int iRow, const QByteArray& oColumn) { doubleClick(cell(iRow, oColumn)); }
     /// Opens a menu of the menu bar by a click and clicks an entry.
     void choose(const QByteArray& oMenu, const QByteArray& oEntry);
+    /// Opens the menu of a place by a right click and clicks an entry.
+    void chooseAt(const QRect& oPlace, const QByteArray& oEntry);
     void press(const QByteArrayList& lKeys) { oScreen.press(lKeys); }
     void type(const QByteArray& oText) { oScreen.type(oText); }
 

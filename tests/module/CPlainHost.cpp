@@ -118,12 +118,18 @@ QByteArray CPlainHost::start()
     return numRows() == 0 ? oWindow : "no answer";
 }
 
-void CPlainHost::passHierarchy()
+void CPlainHost::passHierarchy(const QByteArrayList& lChildren)
 {
-    const QByteArrayList lChildren{"n:1,2,3", "n:", "n:", "n:"};
     for (int i = 0; i < lChildren.size(); i++)
-        call("passNodeHierarchy",
-            {lChildren[i], QByteArray(i == 0 ? "i:3" : "i:0"), "i:" + QByteArray::number(i), "i:4"});
+        passNode(lChildren[i], i, int(lChildren.size()));
+}
+
+void CPlainHost::passNode(const QByteArray& oChildren, int iNode, int iNumNodes)
+{
+    const qsizetype iNumChildren = oChildren.isEmpty() ? 0 : oChildren.count(',') + 1;
+    call("passNodeHierarchy",
+        {"n:" + oChildren, "i:" + QByteArray::number(iNumChildren), "i:" + QByteArray::number(iNode),
+            "i:" + QByteArray::number(iNumNodes)});
 }
 
 int CPlainHost::numRows()

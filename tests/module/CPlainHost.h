@@ -35,8 +35,10 @@ public:
     /// Loads, names the assignment table news_train, constructs, passes the hierarchy 0 -> 1, 2, 3 and waits
     /// until all is done. "window" unless something failed.
     QByteArray start();
-    /// Passes the hierarchy 0 -> 1, 2, 3.
-    void passHierarchy();
+    /// Passes a hierarchy, with the children of each node such as "1,2,3".
+    void passHierarchy(const QByteArrayList& lChildren = {"1,2,3", "", "", ""});
+    /// Passes the children of one node.
+    void passNode(const QByteArray& oChildren, int iNode, int iNumNodes);
     /// The number of rows shown.
     int numRows();
     /// What somebody in front of the display sees, after all that they did before has taken effect.

@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDateTimeEdit>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -83,9 +84,8 @@ QTableView& table()
     return *part<QTableView>(u"table"_s);
 }
 
-int columnOf(const QString& sHeader)
+int columnOf(const QAbstractItemModel& oModel, const QString& sHeader)
 {
-    const QAbstractItemModel& oModel = *table().model();
     for (int i = 0; i < oModel.columnCount(); i++)
         if (oModel.headerData(i, Qt::Horizontal) == sHeader)
             return i;
@@ -94,8 +94,9 @@ int columnOf(const QString& sHeader)
 
 QString cell(const QStringList& slRowAndColumn)
 {
+    const QAbstractItemModel& oModel = *table().model();
     const QModelIndex oCell =
-        table().model()->index(slRowAndColumn[0].toInt(), columnOf(slRowAndColumn.value(1)));
+        oModel.index(slRowAndColumn[0].toInt(), columnOf(oModel, slRowAndColumn.value(1)));
     return placeOf(*table().viewport(), table().visualRect(oCell));
 }
 
@@ -125,6 +126,14 @@ QString item(const QString& sNode)
     QRect oPlace = tree().visualItemRect(lItems.first());
     oPlace.setRight(tree().columnWidth(0) - 1);
     return placeOf(*tree().viewport(), oPlace);
+}
+
+QString treeHeader(const QString& sText)
+{
+    const QHeaderView& oHeader = *tree().header();
+    const int i = columnOf(*tree().model(), sText);
+    return placeOf(*oHeader.viewport(),
+        {oHeader.sectionViewportPosition(i), 0, oHeader.sectionSize(i), oHeader.height()});
 }
 
 QString entryOf(const QMenu* pMenu, const QString& sText)
@@ -160,6 +169,8 @@ QString textOf(const QWidget* pWidget)
         return pText->toPlainText();
     if (const auto* pDate = qobject_cast<const QDateTimeEdit*>(pWidget))
         return pDate->text();
+    if (const auto* pGroup = qobject_cast<const QGroupBox*>(pWidget))
+        return pGroup->title();
     if (const auto* pButton = qobject_cast<const QAbstractButton*>(pWidget))
         return pButton->text() + (pButton->isChecked() ? u" [x]"_s : u" [ ]"_s);
     qFatal("probe: no text in %s", qPrintable(pWidget->objectName()));
@@ -226,6 +237,8 @@ const std::map<QString, Question>& questions()
         {u"current"_s, [](auto&) { return QStringList(currentCell()); }},
         {u"rows"_s, [](auto&) { return QStringList(rowsInSight()); }},
         {u"tree"_s, [](auto&) { return pictures::tree(tree()); }},
+        {u"columns"_s, [](auto&) { return QStringList(pictures::table(*tree().model()).first()); }},
+        {u"header"_s, [](auto& sl) { return QStringList(treeHeader(sl[0])); }},
         {u"item"_s, [](auto& sl) { return QStringList(item(sl[0])); }},
         {u"menu"_s, [](auto& sl) { return pictures::menu(*part<QMenu>(sl[0])); }},
         {u"title"_s, [](auto& sl) { return QStringList(menuTitle(sl[0])); }},

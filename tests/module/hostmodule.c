@@ -4,6 +4,7 @@
 #include "hostmodule.h"
 
 #include "binding/mirta_qtutils.h"
+#include "hostcolors.h"
 
 #include <dlfcn.h>
 #include <stdbool.h>
@@ -133,22 +134,15 @@ static void text(struct Argument* pArgument, const char* pcText)
     strcpy(memory(pArgument, strlen(pcText) + 1), pcText);
 }
 
-static void colors(struct Argument* pArgument, const char* pcRows)
+static void repeated_text(struct Argument* pArgument, const char* pcValue)
 {
-    size_t uFloats = 0;
-    pArgument->bKept = true;
-    while (pcRows != NULL && *pcRows != '\0') {
-        size_t uRows;
-        float afColor[3];
-        float* pfAll;
-        if (sscanf(pcRows, "%zux%f,%f,%f", &uRows, &afColor[0], &afColor[1], &afColor[2]) != 4)
-            abort();
-        pfAll = realloc(pArgument->pSlot, (uFloats + 3 * uRows) * sizeof(float));
-        pArgument->pSlot = pfAll;
-        for (size_t u = 0; u < uRows; u++, uFloats += 3)
-            memcpy(pfAll + uFloats, afColor, sizeof afColor);
-        pcRows = strchr(pcRows, ';') == NULL ? NULL : strchr(pcRows, ';') + 1;
-    }
+    const size_t uTimes = (size_t)atol(pcValue);
+    const char* pcOnce = strchr(pcValue, 'x') + 1;
+    const size_t uLength = strlen(pcOnce);
+    char* pcText = memory(pArgument, uTimes * uLength + 1);
+    pcText[0] = '\0';
+    for (size_t u = 0; u < uTimes; u++)
+        memcpy(pcText + u * uLength, pcOnce, uLength + 1);
 }
 
 static void int_results(struct Argument* pArgument, int iCount)
@@ -178,15 +172,17 @@ static void make_argument(struct Argument* pArgument, const char* pcField)
         int_array(pArgument, pcValue);
     else if (pcField[0] == 't' || pcField[0] == 'k')
         text(pArgument, pcValue);
+    else if (pcField[0] == 'r')
+        repeated_text(pArgument, pcValue);
     else if (pcField[0] == 'c')
-        colors(pArgument, pcValue);
+        pArgument->pSlot = colors_array(pcValue);
     else if (pcField[0] == 'o' && pcField[1] == 'i')
         int_results(pArgument, atoi(pcValue));
     else if (pcField[0] == 'o' && pcField[1] == 't')
         text_result(pArgument, (size_t)atoi(pcValue));
     else
         abort();
-    if (pcField[0] == 'k')
+    if (pcField[0] == 'k' || pcField[0] == 'c')
         pArgument->bKept = true;
 }
 

@@ -27,7 +27,8 @@ void module_addresses(void);
 
    i:7        int                                      t:text   text
    n:1,2,3    int array                                k:text   text that is kept after the call
-   c:4x120,255,255;1x0,0,0   colours: so many rows of hue, saturation, value; kept after the call
+   r:3xab     text "ababab"
+   c:4x120,255,255;1x0,0,0   row colours, see hostcolors.h; kept after the call
    oi:5       int array for 5 results                  ot:20    buffer for a text of 20 bytes
    null       null pointer
 

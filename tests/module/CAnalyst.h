@@ -59,8 +59,9 @@ public:
     QRect item(int iNode) { return place({"item", number(iNode)}); }
     /// What opens and closes a node's branch.
     QRect branchMark(int iNode);
-    /// The header of a column of the tree.
+    /// The header of a column of the tree, and of one of the table.
     QRect header(const QByteArray& oText) { return place({"header", oText}); }
+    QRect tableHeader(const QByteArray& oText) { return place({"column", oText}); }
     QRect part(const QByteArray& oName) { return place({"place", oName}); }
     QRect menuTitle(const QByteArray& oText) { return place({"title", oText}); }
     /// An entry of the menu that is open.

@@ -128,10 +128,9 @@ QString item(const QString& sNode)
     return placeOf(*tree().viewport(), oPlace);
 }
 
-QString treeHeader(const QString& sText)
+QString header(const QHeaderView& oHeader, const QString& sText)
 {
-    const QHeaderView& oHeader = *tree().header();
-    const int i = columnOf(*tree().model(), sText);
+    const int i = columnOf(*oHeader.model(), sText);
     return placeOf(*oHeader.viewport(),
         {oHeader.sectionViewportPosition(i), 0, oHeader.sectionSize(i), oHeader.height()});
 }
@@ -238,7 +237,8 @@ const std::map<QString, Question>& questions()
         {u"rows"_s, [](auto&) { return QStringList(rowsInSight()); }},
         {u"tree"_s, [](auto&) { return pictures::tree(tree()); }},
         {u"columns"_s, [](auto&) { return QStringList(pictures::table(*tree().model()).first()); }},
-        {u"header"_s, [](auto& sl) { return QStringList(treeHeader(sl[0])); }},
+        {u"header"_s, [](auto& sl) { return QStringList(header(*tree().header(), sl[0])); }},
+        {u"column"_s, [](auto& sl) { return QStringList(header(*table().horizontalHeader(), sl[0])); }},
         {u"item"_s, [](auto& sl) { return QStringList(item(sl[0])); }},
         {u"menu"_s, [](auto& sl) { return pictures::menu(*part<QMenu>(sl[0])); }},
         {u"title"_s, [](auto& sl) { return QStringList(menuTitle(sl[0])); }},

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
 #
-# The demo's map, for ./demo and its like; to be sourced after tools/common.sh. It is made of
+# The demo's map, which ./demo and tools/make_pictures.sh share; to be sourced after tools/common.sh. It is made of
 # the release notes of this machine's packages and kept in CACHE.
 
 CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/qtutils-demo

@@ -1,0 +1,79 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""The documentation's pictures: what is asked of the map for them."""
+
+import sys
+from pathlib import Path
+
+import pytest
+from shellscript import COMMON, TOP, run_script
+
+sys.path.insert(0, str(TOP / "tools"))
+
+import mapquery  # noqa: E402
+from pictures import HIGHLIGHT, selected_row  # noqa: E402
+from screen import Box, Picture, TourError  # noqa: E402
+
+WHITE = b"\xff\xff\xff"
+
+TABLES = """
+CREATE DATABASE som; CREATE DATABASE texts;
+CREATE TABLE som.changelogs_som (_assigned_topic INT, _keywords TEXT);
+CREATE TABLE som.changelogs_train (node INT, dist DOUBLE, item INT);
+CREATE TABLE texts.document (id INT, date DATETIME, text TEXT);
+INSERT INTO som.changelogs_som VALUES (0, 'all\\nthings'), (1, 'cve\\nsecurity');
+INSERT INTO som.changelogs_train SELECT 1, 0, seq FROM som.seq_0_to_7;
+INSERT INTO som.changelogs_train VALUES (2, 0, 8);
+INSERT INTO texts.document VALUES
+    (0, '2001-01-31 10:00:00', CONCAT('One CVE', REPEAT('\\n*', 10))),
+    (1, '2001-01-31 10:00:00', 'a second text of the same second'),
+    (2, '2001-01-31 11:00:00', CONCAT('A CVE [ by somebody ]', REPEAT('\\n*', 10))),
+    (3, '2002-02-28 12:00:00', CONCAT('A text without the word', REPEAT('\\n*', 10))),
+    (4, '2002-02-28 12:30:00', CONCAT('A long CVE', REPEAT('\\n*', 20))),
+    (5, '2003-03-31 12:00:00', CONCAT('CVE', REPEAT('\\n*', 8))),
+    (6, '2004-03-31 12:00:00', 'a short CVE'),
+    (7, '2005-03-31 12:00:00', CONCAT('CVE', REPEAT('\\n*', 12))),
+    (8, '2006-03-31 12:00:00', CONCAT('A CVE of another node', REPEAT('\\n*', 10)));
+"""
+QUESTIONS = """
+import mapquery
+print(mapquery.keyword(1))
+print(mapquery.date_of_text(1, "cve"))
+print(*mapquery.fullest_day(1))
+print(mapquery.date_of_text(1, "somebody"))
+try:
+    mapquery.date_of_text(2, "somebody")
+except mapquery.TourError as error:
+    print(error)
+"""
+
+
+def test_the_map_is_asked_for_what_is_worth_a_picture(tmp_path: Path) -> None:
+    (tmp_path / "tables.sql").write_text(TABLES)
+    (tmp_path / "questions.py").write_text(QUESTIONS)
+    result = run_script(
+        f'{COMMON}; start_server; mariadb --no-defaults "--user=$MYSQL_USER" <{tmp_path}/tables.sql;'
+        f" PYTHONPATH={TOP}/tools /usr/bin/python3 -B {tmp_path}/questions.py"
+    )
+    assert (result.stderr, result.stdout.splitlines()[:1]) == ("", ["cve"])
+    assert result.stdout.splitlines()[1:] == [
+        "2003-03-31 12:00:00",  # nearest to ten lines, and the earlier of two
+        "31.01.2001 3",
+        "2001-01-31 11:00:00",  # rather with a name than no text
+        "the map has no text with somebody in node 2",
+    ]
+
+
+def test_without_a_server_the_first_question_is_named(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setenv("MYSQL_UNIX_PORT", "/nonexistent")
+    with pytest.raises(TourError, match="^the map has no keyword for node 1$"):
+        mapquery.keyword(1)
+
+
+def test_the_selected_row_is_found_by_its_colour() -> None:
+    rows = [WHITE * 10] * 50
+    assert selected_row(Picture(tuple(rows)), Box(2, 10, 6, 40)) == 0
+    rows[5:8] = [HIGHLIGHT * 10] * 3  # outside of the table
+    rows[30:50] = [HIGHLIGHT * 10] * 20
+    rows[35] = WHITE * 10  # a letter
+    assert selected_row(Picture(tuple(rows)), Box(2, 10, 6, 40)) == 39

@@ -1,0 +1,52 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+#
+# Makes the documentation's pictures anew: the window on the demo's map, on a virtual display.
+
+set -euo pipefail
+# shellcheck source=tools/common.sh
+source "$(dirname -- "${BASH_SOURCE[0]}")/common.sh"
+source "$TOP/tools/demomap.sh"
+
+INSTALL=yes
+OUTPUT=$TOP/docs/images
+
+usage()
+{
+    cat <<END
+usage: ./tools/make_pictures.sh [--no-install] [--output DIR]
+
+Takes the pictures of the documentation. Like ./demo it installs what is missing, builds, and makes
+the map of the release notes of the installed packages; a map that is kept in
+$CACHE is taken as it is.
+
+  --no-install  install nothing; where a package is missing, name it and end with 2
+  --output DIR  folder of the pictures (default: docs/images)
+  --help        show this text
+END
+}
+
+parse_options()
+{
+    while (($#)); do
+        case $1 in
+            --no-install) INSTALL=no ;;
+            --output)
+                [[ -n ${2-} ]] || wrong_usage "--output needs a folder"
+                OUTPUT=$(realpath -m -- "$2")
+                shift
+                ;;
+            --help) usage && exit ;;
+            *) wrong_usage "unknown option $1" ;;
+        esac
+        shift
+    done
+}
+
+parse_options "$@"
+cd -- "$TOP"
+finish
+open_map "$INSTALL" no
+step "Start a virtual display" start_display
+step "Take the pictures" take_pictures pictures.py "$OUTPUT"

@@ -8,18 +8,23 @@
 #include "mirta_qtutils.h"
 
 #include "browser/CNodeBrowser.h"
+#include "browser/displayloss.h"
 #include "data/somconnection.h"
 
 #include <QApplication>
 #include <QPointer>
 
 #include <csignal>
+#include <cstdio>
 #include <pthread.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr auto LongestTakeDown = std::chrono::seconds(5);
+// Bytes. Qt walks trees by recursion, some 300 bytes a level; a chain of 100,000 nodes is to be had. Only
+// what is used of it takes memory.
+constexpr std::size_t StackSize = std::size_t(512) << 20;
 
 QString fromHost(const std::string& sText)
 {
@@ -31,9 +36,21 @@ void stopAtExit()
     CUserInterfaceThread::instance().stop();
 }
 
+void giveUpAfterLoss()
+{
+    CUserInterfaceThread::instance().giveUp();
+}
+
 void renewExitGuard()
 {
     exitguard::renew(stopAtExit);
+}
+
+// The viewers as well: nobody serves them until the next construction.
+void hideWindows()
+{
+    for (QWidget* pWindow : QApplication::topLevelWidgets())
+        pWindow->hide();
 }
 
 void deleteRemainingWindows()
@@ -56,6 +73,7 @@ CUserInterfaceThread& CUserInterfaceThread::instance()
 CNodeBrowser* CUserInterfaceThread::construct(const BrowserSettings& oNewSettings)
 {
     exitguard::guardMainThread(stopAtExit);
+    exitguard::guardChildren();
     pNewBrowser = nullptr;
     oHandover.open();
     oHandover.ask([&] {
@@ -85,8 +103,12 @@ bool CUserInterfaceThread::start()
         static_cast<CUserInterfaceThread*>(pThis)->run();
         return nullptr;
     };
-    bStarted = pthread_create(&oThread, nullptr, body, this) == 0;
-    iProcess = getpid();
+    pthread_attr_t oAttributes;
+    pthread_attr_init(&oAttributes);
+    pthread_attr_setstacksize(&oAttributes, StackSize);
+    bStarted = pthread_create(&oThread, &oAttributes, body, this) == 0
+        || pthread_create(&oThread, nullptr, body, this) == 0; // less room for addresses: less deep trees
+    pthread_attr_destroy(&oAttributes);
     pthread_sigmask(SIG_SETMASK, &oBefore, nullptr);
     return bStarted;
 }
@@ -96,9 +118,13 @@ void CUserInterfaceThread::run()
     while (waitForWork())
         nodeBrowser_thread(nullptr);
     takeDown();
-    // Deliberate: the thread must not return. Qt frees the data of the thread that made the application once
-    // when that thread ends and once more at process exit. Test: tst_module_exit,
-    // aHostThatExitsKeepsItsExitCode.
+    sleepForever();
+}
+
+// Deliberate: the thread must not return. Qt frees the data of the thread that made the application once when
+// that thread ends and once more at process exit. Test: tst_module_exit, aHostThatExitsKeepsItsExitCode.
+void CUserInterfaceThread::sleepForever()
+{
     for (;;)
         pause();
 }
@@ -119,14 +145,14 @@ void CUserInterfaceThread::runBrowser()
     if (!bMade)
         return;
     QCoreApplication::exec();
-    pBrowser->hide();
+    hideWindows();
     renewExitGuard();
 }
 
 bool CUserInterfaceThread::makeBrowser()
 {
     deleteBrowser();
-    if (!CNodeBrowser::oOmbrelWin.create(renewExitGuard))
+    if (!CNodeBrowser::oOmbrelWin.create(renewExitGuard, giveUpAfterLoss))
         return false;
     BrowserSettings oWanted;
     {
@@ -163,15 +189,30 @@ void CUserInterfaceThread::takeDown()
     deleteBrowser();
     deleteRemainingWindows();
     CNodeBrowser::oOmbrelWin.destroy();
+    finish();
+}
+
+void CUserInterfaceThread::finish()
+{
     oHandover.abandon();
     const std::lock_guard<std::mutex> lock(oStateMutex);
+    bStopping = true;
     bFinished = true;
     oStateChanged.notify_all();
 }
 
+// Windows and application are left as they are: they can't be used any more, not even be deleted.
+void CUserInterfaceThread::giveUp()
+{
+    std::fputs("qtutils: the display is lost, and with it the window; there will be no other one\n", stderr);
+    oCommandPost.close();
+    finish();
+    sleepForever();
+}
+
 void CUserInterfaceThread::stop()
 {
-    if (iProcess != getpid())
+    if (exitguard::isChild())
         return;
     oCommandPost.close();
     oHandover.close();

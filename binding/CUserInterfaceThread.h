@@ -13,7 +13,6 @@
 #include <string>
 
 #include <pthread.h>
-#include <sys/types.h>
 
 class CNodeBrowser;
 
@@ -45,12 +44,16 @@ public:
     CNodeBrowser* construct(const BrowserSettings& oNewSettings);
 
     /// Body of one construction: makes the window, answers construct(), runs the event loop until the window
-    /// is terminated, hides the window. [ui-thread]
+    /// is terminated, hides all windows. [ui-thread]
     void runBrowser();
 
     /// Takes everything down; all calls together wait for that at most five seconds. Later constructions
     /// fail. [any-thread]
     void stop();
+
+    /// The display is gone, and Qt would end the process: says so on standard error, lets the host's calls
+    /// return from now on, and sleeps for ever. [ui-thread]
+    [[noreturn]] void giveUp();
 
     CHandover& handover() { return oHandover; }
     CCommandPost& commandPost() { return oCommandPost; }
@@ -64,6 +67,8 @@ private:
     bool makeBrowser();
     void deleteBrowser();
     void takeDown();
+    void finish();
+    [[noreturn]] static void sleepForever();
     void endLoop() const;
 
     CHandover oHandover;
@@ -75,7 +80,6 @@ private:
     std::condition_variable oStateChanged;
     BrowserSettings oSettings;
     pthread_t oThread{};
-    pid_t iProcess = -1; ///< a forked child has the object, but not the thread
     bool bStarted = false;
     bool bWanted = false; ///< a construction waits
     bool bLoopAlive = false; ///< the application object exists

@@ -4,6 +4,12 @@
 #include "exitguard.h"
 
 #include <array>
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+
+#include <pthread.h>
 #include <unistd.h>
 
 // The interface between the compiler's run-time library and the C library; the one way to take a handler
@@ -18,6 +24,8 @@ namespace {
 
 using StopFunction = void (*)();
 
+// Held while handlers are registered: a child that is made meanwhile would wait for the list's lock forever.
+std::mutex oRegistering;
 StopFunction pfRegistered = nullptr;
 std::array<char, 2> aOwners; // their addresses name our two registrations
 thread_local bool bTakingBack = false;
@@ -45,10 +53,37 @@ struct MainThreadGuard
 
 thread_local MainThreadGuard oMainThreadGuard;
 
+std::atomic<bool> bChild = false;
+
+void endChild(int iExitCode, void* /*pArgument*/)
+{
+    std::fflush(nullptr);
+    _exit(iExitCode);
+}
+
+void beforeFork()
+{
+    oRegistering.lock();
+}
+
+void inParent()
+{
+    oRegistering.unlock();
+}
+
+// The last handler registered is the first to run.
+void inChild()
+{
+    oRegistering.unlock();
+    bChild = true;
+    on_exit(endChild, nullptr);
+}
+
 } // namespace
 
 void renew(void (*stop)())
 {
+    const std::lock_guard<std::mutex> lock(oRegistering);
     static std::size_t uNext = 0;
     pfRegistered = stop;
     // First the new one, then the old one away: at no time is there none.
@@ -63,6 +98,16 @@ void guardMainThread(void (*stop)())
 {
     if (gettid() == getpid())
         oMainThreadGuard.pfStop = stop;
+}
+
+void guardChildren()
+{
+    [[maybe_unused]] static const int iResult = pthread_atfork(beforeFork, inParent, inChild);
+}
+
+bool isChild()
+{
+    return bChild;
 }
 
 } // namespace exitguard

@@ -16,4 +16,12 @@ void renew(void (*stop)());
 /// Only acts when called in the main thread. [host-thread]
 void guardMainThread(void (*stop)());
 
+/// Lets a child that the host makes with fork() and that calls exit() end with its code: it has the threads'
+/// objects, but not the threads that Qt's own exit handlers would wait for. Standard streams are flushed;
+/// exit handlers that were registered before the fork don't run in the child. [any-thread]
+void guardChildren();
+
+/// Whether this process is such a child: nothing of the user interface works in it. [any-thread]
+bool isChild();
+
 } // namespace exitguard

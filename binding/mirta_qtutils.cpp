@@ -5,6 +5,7 @@
 
 #include "CUserInterfaceThread.h"
 #include "commands.h"
+#include "exitguard.h"
 #include "nodehierarchy.h"
 
 #include "data/datetext.h"
@@ -51,13 +52,15 @@ std::string textSlot(void** apArguments, int iSlot)
 
 void post(int iCommand, void* pData = nullptr, std::shared_ptr<const void> pOwned = nullptr)
 {
+    if (exitguard::isChild())
+        return;
     userInterface().commandPost().post(iCommand, pData, std::move(pOwned));
 }
 
 /// Posts a command whose payload is the host's result, and waits for the answer.
 void ask(int iCommand, void* pResult, CHandover::After eAfter = CHandover::After::GoesOn)
 {
-    if (pResult != nullptr)
+    if (pResult != nullptr && !exitguard::isChild())
         userInterface().handover().ask(
             [&] { return userInterface().commandPost().post(iCommand, pResult); }, eAfter);
 }
@@ -97,8 +100,16 @@ void warnOfResize()
         stderr);
 }
 
+// More would be a mistake, and take all the memory there is.
+constexpr int MostNodes = 10'000'000;
+
 void storeChildren(const int* iaNodes, int iNumChildren, int iNode, int iNumNodes)
 {
+    if (iNumNodes > MostNodes || iNumChildren > MostNodes) {
+        std::fprintf(stderr, "qtutils: a hierarchy of %d nodes, with %d children of node %d, is too large\n",
+            iNumNodes, iNumChildren, iNode);
+        return;
+    }
     const auto oPassed = nodehierarchy::pass(iaNodes, iNumChildren, iNode, iNumNodes);
     if (oPassed.bResized)
         warnOfResize();
@@ -140,6 +151,8 @@ IN_THIS_ORDER const char** CLASSES_qtutils[2] = {CNodeBrowser_def, nullptr};
 
 void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
 {
+    if (exitguard::isChild())
+        return nullptr;
     HostState& oState = state();
     const std::lock_guard<std::mutex> lock(oState.oMutex);
     if (++oState.BrowserCounter > 1)
@@ -153,6 +166,8 @@ void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
 
 void nodeBrowser_FREE_CNodeBrowser(void* /*pHandle*/, void** /*apArguments*/)
 {
+    if (exitguard::isChild())
+        return;
     HostState& oState = state();
     const std::lock_guard<std::mutex> lock(oState.oMutex);
     if (oState.BrowserCounter == 0 || --oState.BrowserCounter > 0)
@@ -194,7 +209,7 @@ void nodeBrowser_dateToInt(void* /*pHandle*/, void** apArguments)
 void nodeBrowser_setRowColors(void* /*pHandle*/, void** apArguments)
 {
     auto* pfRowColors = slot<float>(apArguments, 0);
-    if (pfRowColors == nullptr)
+    if (pfRowColors == nullptr || exitguard::isChild())
         return;
     userInterface().handover().release();
     post(commands::SetRowColors, pfRowColors);

@@ -4,6 +4,7 @@
 #include "COmbrelWin.h"
 
 #include "CSurroundings.h"
+#include "displayloss.h"
 
 #include <QApplication>
 
@@ -44,7 +45,7 @@ bool needsXDisplay()
 
 } // namespace
 
-bool COmbrelWin::create(void (*afterEvent)())
+bool COmbrelWin::create(void (*afterEvent)(), void (*displayLost)())
 {
     if (pApplication != nullptr)
         return true;
@@ -66,6 +67,7 @@ bool COmbrelWin::create(void (*afterEvent)())
     const CSurroundings surroundings;
     pApplication = new CApplication(iArguments, apcArguments, afterEvent);
     QApplication::setQuitOnLastWindowClosed(false);
+    displayloss::guard(displayLost);
     return true;
 }
 

@@ -14,10 +14,10 @@ public:
     COmbrelWin& operator=(const COmbrelWin&) = delete;
 
     /// Makes the application object (arguments { "Ombrel" }) unless there is one of ours. `afterEvent` is
-    /// called after every event that was handled. Leaves locale and environment of the process as they were.
-    /// False, with one line on standard error, when there is no display or the process has an application
-    /// object of its own. [ui-thread]
-    bool create(void (*afterEvent)());
+    /// called after every event that was handled, `displayLost` when the X server has gone; it must not
+    /// return. Leaves locale and environment of the process as they were. False, with one line on standard
+    /// error, when there is no display or the process has an application object of its own. [ui-thread]
+    bool create(void (*afterEvent)(), void (*displayLost)());
 
     /// Deletes the application object; all windows must be gone. [ui-thread]
     void destroy();

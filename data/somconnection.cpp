@@ -4,10 +4,15 @@
 #include "somconnection.h"
 
 #include <QMessageBox>
+#include <QSqlDriver>
 #include <QSqlError>
+#include <QVariant>
 
 #include <csignal>
 #include <cstdio>
+
+#include <fcntl.h>
+#include <mysql.h>
 
 namespace somconnection {
 namespace {
@@ -27,6 +32,16 @@ public:
 private:
     struct sigaction oBefore = {};
 };
+
+// The client library leaves its socket open for programs that this process starts.
+void keepFromPrograms(const QSqlDatabase& oDatabase)
+{
+    const QVariant oHandle = oDatabase.driver()->handle();
+    if (oHandle.metaType() != QMetaType::fromType<MYSQL*>())
+        return;
+    auto* pConnection = *static_cast<MYSQL* const*>(oHandle.constData());
+    fcntl(int(mysql_get_socket(pConnection)), F_SETFD, FD_CLOEXEC);
+}
 
 void showError(const QSqlError& oError)
 {
@@ -55,8 +70,10 @@ bool open(QSqlDatabase& oDatabase)
 {
     {
         const CKeptPipeSignal keptPipeSignal;
-        if (oDatabase.open())
+        if (oDatabase.open()) {
+            keepFromPrograms(oDatabase);
             return true;
+        }
     }
     showError(oDatabase.lastError());
     return false;

@@ -11,11 +11,14 @@
 #include "hostprocess.h"
 
 #include <pthread.h>
+#include <signal.h>
 #include <stdatomic.h>
 #include <stdbool.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 enum
@@ -89,6 +92,26 @@ static void join(char** apcFields, char* pcResult)
     snprintf(pcResult, ResultSize, "%s", pJob->acResult);
 }
 
+/* "fork COMMAND ...": runs a command in a child, which prints "child" and the result and ends, unless the
+   command ends it. The result is "exited CODE" or "killed by SIGNAL". */
+static void fork_child(char** apcFields, int iFields, char* pcResult)
+{
+    int iStatus = 0;
+    const pid_t iChild = fork();
+    if (iChild == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        run(apcFields + 1, iFields - 1, pcResult);
+        printf("child %s\n", pcResult);
+        fflush(stdout);
+        _exit(0);
+    }
+    waitpid(iChild, &iStatus, 0);
+    if (WIFEXITED(iStatus))
+        snprintf(pcResult, ResultSize, "exited %d", WEXITSTATUS(iStatus));
+    else
+        snprintf(pcResult, ResultSize, "killed by %d", WTERMSIG(iStatus));
+}
+
 static void module_command(char** apcFields, int iFields, char* pcResult)
 {
     if (strcmp(apcFields[0], "load") == 0)
@@ -119,6 +142,8 @@ static void run(char** apcFields, int iFields, char* pcResult)
         snprintf(pcResult, ResultSize, atomic_load(&aJobs[atoi(apcFields[1])].bFinished) ? "yes" : "no");
     else if (strcmp(apcFields[0], "join") == 0)
         join(apcFields, pcResult);
+    else if (strcmp(apcFields[0], "fork") == 0)
+        fork_child(apcFields, iFields, pcResult);
     else
         module_command(apcFields, iFields, pcResult);
 }

@@ -52,6 +52,12 @@ CPrivateDisplay::~CPrivateDisplay()
     }
 }
 
+void CPrivateDisplay::kill()
+{
+    oServer.kill();
+    oServer.waitForFinished(LongestWait);
+}
+
 // The manager runs the command once it takes care of windows; one that opens earlier never gets the focus.
 void CPrivateDisplay::startManager()
 {

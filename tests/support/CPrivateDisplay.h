@@ -26,6 +26,8 @@ public:
 
     /// The display's name, such as ":5".
     QByteArray name() const { return oName; }
+    /// Ends the server at once, as a crash would.
+    void kill();
 
 private:
     void startManager();

@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CPlainHost.h"
+#include "CScreen.h"
+#include "moduletest.h"
+#include "tests/support/CPrivateServer.h"
+
+#include <functional>
+
+/// Children that the host makes with fork().
+class TestModuleChildren : public QObject
+{
+    Q_OBJECT
+
+private:
+    /// What a host does before.
+    using Life = std::function<void(CPlainHost&)>;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        oServer.load(QStringLiteral("news.sql"));
+        oServer.sql(QStringLiteral(
+            "USE som; CREATE VIEW many AS SELECT 1 node, 0.5 dist, 1 + seq % 7 item FROM seq_1_to_100000"));
+    }
+
+    void aChildEndsWithItsCodeAndTheParentWorksOn_data()
+    {
+        QTest::addColumn<QByteArray>("oLife");
+        QTest::addColumn<QByteArray>("oEnding");
+        for (auto it = oLives.begin(); it != oLives.end(); ++it)
+            for (const char* pcEnding : {"exit", "_exit", "exec"})
+                QTest::addRow("%s, %s", it.key().constData(), pcEnding) << it.key() << QByteArray(pcEnding);
+    }
+
+    void aChildEndsWithItsCodeAndTheParentWorksOn()
+    {
+        QFETCH(QByteArray, oLife);
+        QFETCH(QByteArray, oEnding);
+        // given
+        CPlainHost oHost;
+        oLives[oLife](oHost);
+        for (int i = 0; i < 50; i++)
+            // when, then
+            QCOMPARE(oHost.command({"fork", oEnding, "5"}), "exited 5");
+        // when
+        oHost.call("setRowColors", {"c:1x0,0,0"});
+        oHost.free();
+        oHost.free();
+        oHost.call("setSOMTable", {"t:news_train"});
+        QVERIFY(oHost.construct().endsWith("window"));
+        oHost.call("select", {"i:1"});
+        // then
+        QCOMPARE(oHost.numRows(), 5);
+        // when
+        oHost.give({"exit", "3"});
+        // then
+        QCOMPARE(oHost.end(), "3");
+        oHost.errors();
+    }
+
+    void aThreadsChildEndsToo()
+    {
+        CPlainHost oHost;
+        show(oHost);
+        oHost.command({"start", "1", "fork", "exit", "5"});
+        QCOMPARE(oHost.command({"join", "1"}), "exited 5");
+        QCOMPARE(oHost.numRows(), 0);
+    }
+
+    void callsOfAChildReturnAtOnce()
+    {
+        // given
+        CPlainHost oHost;
+        show(oHost);
+        oHost.call("select", {"i:1"});
+        QCOMPARE(oHost.numRows(), 5);
+        // when
+        QCOMPARE(oHost.command({"fork", "call", "getNumRows", "oi:1"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "fillDate", "oi:1"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "setRowColors", "c:1x0,0,0"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "select", "i:2"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "CNodeBrowser", "t:som", "t:news"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "FREE_CNodeBrowser"}), "exited 0");
+        QCOMPARE(oHost.command({"fork", "call", "dateToInt", "t:1970-01-02 01:00:00", "oi:1"}), "exited 0");
+        // then
+        QCOMPARE(oHost.numRows(), 5);
+        QCOMPARE(oHost.output(),
+            QByteArrayList(
+                {"child -7777", "child -7777", "child ", "child ", "child null", "child ", "child 1440"}));
+    }
+
+private:
+    void show(CPlainHost& oHost) const
+    {
+        oHost.start();
+        oHost.call("show");
+        QTUTILS_WAIT_FOR(oScreen.isShown("Ombrel"));
+    }
+
+    CPrivateServer oServer;
+    CScreen oScreen;
+    QMap<QByteArray, Life> oLives{
+        {"never constructed", [](CPlainHost& oHost) { oHost.load(); }},
+        {"hidden", [](CPlainHost& oHost) { oHost.start(); }},
+        {"shown", [this](CPlainHost& oHost) { show(oHost); }},
+        {"many rows",
+            [this](CPlainHost& oHost) {
+                show(oHost);
+                oHost.call("setSOMTable", {"t:many"});
+                for (int i = 0; i < 5; i++)
+                    oHost.call("select", {"i:1"});
+            }},
+        {"fillDate waits",
+            [this](CPlainHost& oHost) {
+                show(oHost);
+                oHost.call("select", {"i:1"});
+                oHost.call("fillDate", {"oi:5"});
+            }},
+        {"just freed",
+            [this](CPlainHost& oHost) {
+                show(oHost);
+                oHost.free();
+            }},
+    };
+};
+
+QTUTILS_MODULE_TEST_MAIN(TestModuleChildren)
+#include "tst_module_children.moc"

@@ -1,7 +1,9 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
-"""The documentation's pictures: what is asked of the map for them."""
+"""The documentation's pictures: what is asked of the map for them, and which there are."""
 
+import re
+import subprocess
 import sys
 from pathlib import Path
 
@@ -15,6 +17,9 @@ from pictures import HIGHLIGHT, selected_row  # noqa: E402
 from screen import Box, Picture, TourError  # noqa: E402
 
 WHITE = b"\xff\xff\xff"
+IMAGES = TOP / "docs/images"
+LARGEST = 150_000  # bytes of a picture
+LINK = re.compile(r"!\[[^\]]*\]\(([^)]+\.png)\)")
 
 TABLES = """
 CREATE DATABASE som; CREATE DATABASE texts;
@@ -48,6 +53,12 @@ except mapquery.TourError as error:
 """
 
 
+def linked_pictures() -> set[Path]:
+    """The pictures that the documents show."""
+    documents = [TOP / "README.md", *TOP.glob("docs/**/*.md"), *TOP.glob("*/README.md")]
+    return {(path.parent / link).resolve() for path in documents for link in LINK.findall(path.read_text())}
+
+
 def test_the_map_is_asked_for_what_is_worth_a_picture(tmp_path: Path) -> None:
     (tmp_path / "tables.sql").write_text(TABLES)
     (tmp_path / "questions.py").write_text(QUESTIONS)
@@ -77,3 +88,22 @@ def test_the_selected_row_is_found_by_its_colour() -> None:
     rows[30:50] = [HIGHLIGHT * 10] * 20
     rows[35] = WHITE * 10  # a letter
     assert selected_row(Picture(tuple(rows)), Box(2, 10, 6, 40)) == 39
+
+
+def test_every_picture_that_a_document_shows_is_there() -> None:
+    assert linked_pictures() >= {IMAGES / "browser.png", IMAGES / "find.png"}
+    assert [path for path in linked_pictures() if not path.is_file()] == []
+
+
+def test_every_picture_is_shown_by_a_document_and_made_by_the_script() -> None:
+    pictures = set(IMAGES.iterdir())
+    assert pictures == linked_pictures()
+    script = (TOP / "tools/pictures.py").read_text()
+    assert [path.name for path in pictures if f'"{path.stem}"' not in script] == []
+
+
+def test_pictures_are_small_png_files() -> None:
+    command = ["identify-im6.q16", "-format", "%m\n", *map(str, IMAGES.iterdir())]
+    formats = subprocess.run(command, capture_output=True, text=True, check=True).stdout.split()
+    assert set(formats) == {"PNG"}
+    assert [path.name for path in IMAGES.iterdir() if path.stat().st_size >= LARGEST] == []

@@ -51,7 +51,7 @@ std::vector<SToken> CLexer::tokens(const std::string& sLine)
         vTokens.push_back(oLexer.next(bJoined));
         bJoined = oLexer.skipBlanks();
     }
-    vTokens.push_back({EToken::eEnd, "end of line", false});
+    vTokens.push_back({EToken::eEnd, sLine.substr(oLexer.nPos), false});
     return vTokens;
 }
 

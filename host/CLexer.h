@@ -25,7 +25,8 @@ enum class EToken
 struct SToken
 {
     EToken eType;
-    std::string sText; ///< content of a word, text or variable; else the token as written
+    std::string
+        sText; ///< content of a word, text or variable; the comment at the end; else the token as written
     bool bJoined; ///< no blank stands between this token and the one before
 };
 
@@ -33,7 +34,7 @@ struct SToken
 class CLexer
 {
 public:
-    /// The tokens of @p sLine without its comment, closed by an eEnd token.
+    /// The tokens of @p sLine, closed by an eEnd token that holds the comment with its `#`.
     /// Throws CError for a text without a closing quote, an unknown escape or a character that can't be read.
     static std::vector<SToken> tokens(const std::string& sLine);
 

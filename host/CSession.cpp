@@ -71,6 +71,28 @@ void CSession::runFile(const std::string& sFile)
 {
     const COpenScript oScript(sFile, vFolders);
     runInput(oScript.file(), sFile);
+    if (oCheck) {
+        oCheck->endScript();
+    }
+}
+
+bool CSession::checkFile(const std::string& sFile, double dPatience)
+{
+    oCheck.emplace(oSignals, dPatience);
+    try {
+        runFile(sFile);
+    } catch (...) {
+        oCheck.reset(); // gives the channels back, so that the error is seen
+        throw;
+    }
+    const bool bRight = oCheck->allRight();
+    const int iAnswers = oCheck->answers();
+    oCheck.reset();
+    if (bRight && !oSignals.pending()) {
+        std::printf("%s: answers as written: %d\n", sFile.c_str(), iAnswers);
+        std::fflush(stdout);
+    }
+    return bRight;
 }
 
 void CSession::includeFile(const std::string& sFile)
@@ -134,13 +156,20 @@ void CSession::runLineAtPrompt(const std::string& sLine)
 // An error of an included script names its own place, so the outer scripts add nothing to it.
 void CSession::runLine(const std::string& sLine, const std::string& sName, int iLine)
 {
+    const std::string sPlace = sName + ":" + std::to_string(iLine);
     try {
+        if (oCheck) {
+            oCheck->beginLine(sPlace, sLine);
+        }
         execute(sLine);
     } catch (const CError& oError) {
         if (oError.located()) {
             throw;
         }
-        throw CError(sName + ":" + std::to_string(iLine) + ": " + oError.what(), true);
+        if (!oCheck) {
+            throw CError(sPlace + ": " + oError.what(), true);
+        }
+        oCheck->noteError(oError.what());
     }
 }
 

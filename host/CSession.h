@@ -3,7 +3,10 @@
 
 #pragma once
 
+#include "CCheck.h"
+
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,13 @@ public:
 
     /// Runs a script; throws CError "FILE:LINE: cause" at its first error.
     void runFile(const std::string& sFile);
+
+    /// Runs a script and compares what is printed with the answers written in it; see CCheck. Prints a line
+    /// for each difference, or the number of answers. Throws CError as runFile(), but not for errors that are
+    /// answers.
+    /// @param dPatience how long to wait for a line that is written and not printed yet, in seconds
+    /// @return whether there was no difference
+    bool checkFile(const std::string& sFile, double dPatience);
 
     /// Runs a text of one or several lines; an error calls it @p sName.
     void runText(const std::string& sText, const std::string& sName);
@@ -41,6 +51,7 @@ private:
 
     CInterpreter& oInterpreter;
     CSignals& oSignals;
+    std::optional<CCheck> oCheck; ///< only while a script is checked
     std::vector<std::filesystem::path> vFolders; ///< of the scripts that run, the innermost last
 };
 

@@ -17,17 +17,33 @@
 
 namespace {
 
-void runSources(CSession& oSession, const SOptions& oOptions)
+// Runs one source; false when a checked script's answers differ.
+bool runSource(CSession& oSession, const SSource& oSource, double dPatience, int& iCommand)
+{
+    switch (oSource.eType) {
+    case ESource::eScript:
+        oSession.runFile(oSource.sText);
+        return true;
+    case ESource::eCommand:
+        oSession.runText(oSource.sText, "command " + std::to_string(++iCommand));
+        return true;
+    case ESource::eCheck:
+        return oSession.checkFile(oSource.sText, dPatience);
+    }
+    return true;
+}
+
+// Returns the exit code.
+int runSources(CSession& oSession, const SOptions& oOptions)
 {
     int iCommand = 0;
+    int iCode = 0;
     for (const SSource& oSource : oOptions.vSources) {
         if (oSession.stopped()) {
-            return;
+            return iCode;
         }
-        if (oSource.bFile) {
-            oSession.runFile(oSource.sText);
-        } else {
-            oSession.runText(oSource.sText, "command " + std::to_string(++iCommand));
+        if (!runSource(oSession, oSource, oOptions.dPatience, iCommand)) {
+            iCode = iDifferenceCode;
         }
     }
     if (oOptions.bInteractive || (oOptions.vSources.empty() && isatty(STDIN_FILENO))) {
@@ -35,6 +51,7 @@ void runSources(CSession& oSession, const SOptions& oOptions)
     } else if (oOptions.vSources.empty()) {
         oSession.runInput(STDIN_FILENO, "standard input");
     }
+    return iCode;
 }
 
 int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, CSignals& oSignals)
@@ -43,7 +60,7 @@ int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, 
     CSession oSession(oInterpreter, oSignals);
     int iCode = 0;
     try {
-        runSources(oSession, oOptions);
+        iCode = runSources(oSession, oOptions);
     } catch (const CError& oError) {
         printError(oError.located() ? oError.what() : std::string("qtutils-host: ") + oError.what());
         iCode = iErrorCode;

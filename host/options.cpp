@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
+#include <map>
 
 namespace {
 
@@ -21,16 +22,16 @@ CLI::Option* addRepeatable(
     return oApp.add_option(pcName, vTexts, pcHelp)->expected(1)->take_all()->allow_extra_args(false);
 }
 
-std::vector<SSource> inOrder(const CLI::App& oApp, const CLI::Option* pScript, const CLI::Option* pCommand)
+using SourceOptions = std::map<const CLI::Option*, ESource>;
+
+std::vector<SSource> inOrder(const CLI::App& oApp, const SourceOptions& oKinds)
 {
     std::vector<SSource> vSources;
-    std::size_t nScript = 0;
-    std::size_t nCommand = 0;
+    std::map<const CLI::Option*, std::size_t> oUsed;
     for (const CLI::Option* pOption : oApp.parse_order()) {
-        if (pOption == pScript) {
-            vSources.push_back({true, pScript->results().at(nScript++)});
-        } else if (pOption == pCommand) {
-            vSources.push_back({false, pCommand->results().at(nCommand++)});
+        const auto pKind = oKinds.find(pOption);
+        if (pKind != oKinds.end()) {
+            vSources.push_back({pKind->second, pOption->results().at(oUsed[pOption]++)});
         }
     }
     return vSources;
@@ -48,14 +49,23 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
     CLI::App oApp("Loads a class module by its descriptor and calls its methods", "qtutils-host");
     std::vector<std::string> vScripts;
     std::vector<std::string> vCommands;
+    std::vector<std::string> vChecks;
     oOptions.sModule = moduleBesideProgram();
     oOptions.vNeededVariables = {"MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD"};
     oApp.failure_message(&oneLine);
     oApp.set_version_flag("--version", "qtutils-host " QTUTILS_VERSION);
     oApp.add_option("MODULE", oOptions.sModule, "The module; qtutils.so beside the program when not given");
-    const auto* pScript =
-        addRepeatable(oApp, "--script", vScripts, "Run the statements of this file; repeatable");
-    const auto* pCommand = addRepeatable(oApp, "--command", vCommands, "Run these statements; repeatable");
+    const SourceOptions oSources = {
+        {addRepeatable(oApp, "--script", vScripts, "Run the statements of this file; repeatable"),
+            ESource::eScript},
+        {addRepeatable(oApp, "--command", vCommands, "Run these statements; repeatable"), ESource::eCommand},
+        {addRepeatable(oApp, "--check", vChecks,
+             "Run this file and compare what is printed with the answers written in it; repeatable"),
+            ESource::eCheck},
+    };
+    oApp.add_option("--wait", oOptions.dPatience,
+            "Longest wait of --check for an answer that is not printed yet, in seconds; 10 when not given")
+        ->check(CLI::Range(0.0, 1e6));
     oApp.add_flag("--interactive", oOptions.bInteractive, "Go on with the prompt after scripts and commands");
     oApp.add_flag("--list", oOptions.bList, "Print classes, symbols and prototypes, and end");
     addRepeatable(oApp, "--need", oOptions.vNeededVariables,
@@ -68,6 +78,6 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
     } catch (const CLI::ParseError& oError) {
         return oApp.exit(oError) == 0 ? 0 : iErrorCode;
     }
-    oOptions.vSources = inOrder(oApp, pScript, pCommand);
+    oOptions.vSources = inOrder(oApp, oSources);
     return std::nullopt;
 }

@@ -7,10 +7,17 @@
 #include <string>
 #include <vector>
 
+enum class ESource
+{
+    eScript,
+    eCommand,
+    eCheck, ///< a script whose answers are compared
+};
+
 /// A script or command text of the command line.
 struct SSource
 {
-    bool bFile;
+    ESource eType;
     std::string sText; ///< name of the script, or the command text
 };
 
@@ -20,9 +27,13 @@ struct SOptions
     std::string sModule;
     std::vector<SSource> vSources; ///< in the order given
     std::vector<std::string> vNeededVariables;
+    double dPatience = 10; ///< seconds
     bool bInteractive = false;
     bool bList = false;
 };
+
+/// Exit code when a checked script printed something else than is written in it.
+constexpr int iDifferenceCode = 1;
 
 /// Exit code of every error.
 constexpr int iErrorCode = 2;

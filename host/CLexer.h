@@ -25,8 +25,7 @@ enum class EToken
 struct SToken
 {
     EToken eType;
-    std::string
-        sText; ///< content of a word, text or variable; the comment at the end; else the token as written
+    std::string sText; ///< content of a word, text or variable; of the end: the comment; else as written
     bool bJoined; ///< no blank stands between this token and the one before
 };
 

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CFakeBrowser.h"
+
+#include "CPlainHost.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <fcntl.h>
+#include <map>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int LongestWait = 20000; // milliseconds
+
+// A zero ends what is written down of a call. The shell that makes the first call is its parent,
+// unless it has ended already. Who opens
+// the pipe for reading waits for a writer.
+constexpr char Program[] = R"(#!/bin/sh
+cd "${0%/*}" || exit
+call=
+for argument; do
+    call="$call${call:+ }<$argument>"
+done
+[ -e shell ] || cat "/proc/$PPID/cmdline" > shell 2> /dev/null
+printf '%s\0' "$call" >> calls
+)";
+
+const std::map<CFakeBrowser::State, const char*> Ends{
+    {CFakeBrowser::State::Running, "exit 0"},
+    {CFakeBrowser::State::Ended, "exit 1"},
+    {CFakeBrowser::State::Ready, "[ \"$1\" != -remote ] || exit 1\nread -r line < pipe\n"},
+};
+
+} // namespace
+
+CFakeBrowser::CFakeBrowser(CPlainHost& oHost, State eState)
+{
+    const QByteArray oPath = oFolder.path().toUtf8();
+    mkfifo(pipe().constData(), S_IRUSR | S_IWUSR);
+    if (eState == State::Missing) {
+        oHost.command({"env", "PATH", oPath});
+        return;
+    }
+    QFile oProgram(oFolder.filePath(QStringLiteral("firefox")));
+    oProgram.open(QIODevice::WriteOnly);
+    oProgram.write(QByteArray(Program) + Ends.at(eState));
+    oProgram.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    oHost.command({"env", "PATH", oPath + ':' + qgetenv("PATH")});
+}
+
+// One that comes to the pipe only now finds a writer, or no pipe.
+CFakeBrowser::~CFakeBrowser()
+{
+    const int iPipe = open(pipe().constData(), O_RDWR | O_NONBLOCK);
+    unlink(pipe().constData());
+    ::close(iPipe);
+}
+
+QByteArray CFakeBrowser::read(const char* pcFile) const
+{
+    QFile oFile(oFolder.filePath(QLatin1String(pcFile)));
+    return oFile.open(QIODevice::ReadOnly) ? oFile.readAll() : QByteArray();
+}
+
+QByteArrayList CFakeBrowser::calls() const
+{
+    QByteArrayList lCalls = read("calls").split('\0');
+    lCalls.removeLast();
+    return lCalls;
+}
+
+QByteArray CFakeBrowser::commandLine() const
+{
+    return read("shell").split('\0').value(2);
+}
+
+void CFakeBrowser::close()
+{
+    const auto opens = [this] {
+        const int iPipe = open(pipe().constData(), O_WRONLY | O_NONBLOCK);
+        return iPipe >= 0 && ::close(iPipe) == 0;
+    };
+    QVERIFY2(QTest::qWaitFor(opens, LongestWait), "no browser is open");
+}

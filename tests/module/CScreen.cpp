@@ -150,6 +150,11 @@ void CScreen::type(const QByteArray& oText) const
     drive({"type", "--delay", "0", oText});
 }
 
+void CScreen::hover(const QPoint& oPlace) const
+{
+    drive(moveTo(oPlace));
+}
+
 void CScreen::click(const QPoint& oPlace, int iButton) const
 {
     drive(moveTo(oPlace) + QByteArrayList{"click", QByteArray::number(iButton)});

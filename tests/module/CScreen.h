@@ -38,6 +38,8 @@ public:
     void press(const QByteArrayList& lKeys) const;
     /// Types a text with the keyboard of the display.
     void type(const QByteArray& oText) const;
+    /// Moves the mouse to a place of the screen.
+    void hover(const QPoint& oPlace) const;
     /// Clicks at a place of the screen; button 1 is the left one, 2 the middle one, 3 the right one.
     void click(const QPoint& oPlace, int iButton = 1) const;
     void doubleClick(const QPoint& oPlace, int iButton = 1) const;

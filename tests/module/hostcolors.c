@@ -9,34 +9,45 @@
 
 static float* pfLast;
 
-/* Reads one run of rows and goes on behind it; the number of rows. */
-static size_t read_run(const char** ppcRows, float* pfColor)
+struct Run
 {
     size_t uRows;
+    float afColor[3];
+    float fHueStep;
+};
+
+/* Reads one run of rows and goes on behind it. */
+static struct Run read_run(const char** ppcRows)
+{
+    struct Run oRun = {0};
     int iLength;
-    if (sscanf(*ppcRows, "%zux%f,%f,%f%n", &uRows, &pfColor[0], &pfColor[1], &pfColor[2], &iLength) != 4)
+    if (sscanf(*ppcRows, "%zux%f,%f,%f%n", &oRun.uRows, &oRun.afColor[0], &oRun.afColor[1], &oRun.afColor[2],
+            &iLength)
+        != 4)
         abort();
     *ppcRows += iLength;
+    if (sscanf(*ppcRows, "+%f%n", &oRun.fHueStep, &iLength) == 1)
+        *ppcRows += iLength;
     *ppcRows += strspn(*ppcRows, ";");
-    return uRows;
+    return oRun;
 }
 
 static void fill(float* pfColors, const char* pcRows)
 {
     while (*pcRows != '\0') {
-        float afColor[3];
-        for (size_t u = read_run(&pcRows, afColor); u > 0; u--, pfColors += 3)
-            memcpy(pfColors, afColor, sizeof afColor);
+        struct Run oRun = read_run(&pcRows);
+        for (; oRun.uRows > 0; oRun.uRows--, pfColors += 3) {
+            memcpy(pfColors, oRun.afColor, sizeof oRun.afColor);
+            oRun.afColor[0] += oRun.fHueStep;
+        }
     }
 }
 
 static size_t count(const char* pcRows)
 {
     size_t uRows = 0;
-    while (*pcRows != '\0') {
-        float afColor[3];
-        uRows += read_run(&pcRows, afColor);
-    }
+    while (*pcRows != '\0')
+        uRows += read_run(&pcRows).uRows;
     return uRows;
 }
 

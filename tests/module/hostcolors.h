@@ -6,7 +6,8 @@
 #include <stdbool.h>
 
 /* The plain host's row colours, three floats a row. They are written as "4x120,255,255;1x0,0,0": so many rows
-   of hue, saturation, value, each of which may also be "nan", "inf" or "-inf". Arrays are never freed. */
+   of hue, saturation, value, each of which may also be "nan", "inf" or "-inf". With "+7" behind it, each
+   row's hue is 7 greater than that of the row before. Arrays are never freed. */
 
 /* A new array; for "same" the one made last. */
 float* colors_array(const char* pcRows);

@@ -28,7 +28,7 @@ CREATE TABLE som.changelogs_train (node INT, dist DOUBLE, item INT);
 CREATE TABLE texts.document (id INT, date DATETIME, text TEXT);
 INSERT INTO som.changelogs_som VALUES (0, 'all\\nthings'), (1, 'cve\\nsecurity');
 INSERT INTO som.changelogs_train SELECT 1, 0, seq FROM som.seq_0_to_7;
-INSERT INTO som.changelogs_train VALUES (2, 0, 8);
+INSERT INTO som.changelogs_train SELECT 2, 0, seq FROM som.seq_8_to_11;
 INSERT INTO texts.document VALUES
     (0, '2001-01-31 10:00:00', CONCAT('One CVE', REPEAT('\\n*', 10))),
     (1, '2001-01-31 10:00:00', 'a second text of the same second'),
@@ -39,6 +39,7 @@ INSERT INTO texts.document VALUES
     (6, '2004-03-31 12:00:00', 'a short CVE'),
     (7, '2005-03-31 12:00:00', CONCAT('CVE', REPEAT('\\n*', 12))),
     (8, '2006-03-31 12:00:00', CONCAT('A CVE of another node', REPEAT('\\n*', 10)));
+INSERT INTO texts.document SELECT seq, '2006-03-31 13:00:00', 'another node' FROM som.seq_9_to_11;
 """
 QUESTIONS = """
 import mapquery

@@ -124,7 +124,7 @@ QString item(const QString& sNode)
     if (lItems.isEmpty())
         return Nowhere;
     QRect oPlace = tree().visualItemRect(lItems.first());
-    oPlace.setRight(tree().columnWidth(0) - 1);
+    oPlace.setRight(tree().columnViewportPosition(0) + tree().columnWidth(0) - 1);
     return placeOf(*tree().viewport(), oPlace);
 }
 

@@ -49,7 +49,7 @@ public:
     /// "shown" or "hidden" for each viewer, in the order of their opening.
     QByteArrayList viewers();
     /// The dialog that is open now: "title: text", with what is typed in brackets; or "none".
-    QByteArray dialog() { return answer({"dialog"}); }
+    QByteArray dialog() { return oHost.ask({"dialog"}).join('\n'); }
     /// The name of the widget with the keyboard focus, or its class if it has no name; "none" while no window
     /// of the host has the focus.
     QByteArray focus() { return answer({"focus"}); }
@@ -78,6 +78,12 @@ public:
     void choose(const QByteArray& oMenu, const QByteArray& oEntry);
     /// Opens the menu of a place by a right click and clicks an entry.
     void chooseAt(const QRect& oPlace, const QByteArray& oEntry);
+    /// Opens the text of a row in a viewer of its own; waits until that has the focus.
+    void openViewer(int iRow);
+    /// Presses a key in a viewer; waits until the find dialog has the focus.
+    void askWhatToFind(const QByteArray& oKey = "ctrl+f");
+    /// Searches for a text in the viewer that has the focus.
+    void find(const QByteArray& oText);
     void press(const QByteArrayList& lKeys) { oScreen.press(lKeys); }
     void type(const QByteArray& oText) { oScreen.type(oText); }
 

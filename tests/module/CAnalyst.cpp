@@ -80,3 +80,24 @@ void CAnalyst::chooseAt(const QRect& oPlace, const QByteArray& oEntry)
     click(oPlace, 3);
     click(entry(oEntry));
 }
+
+void CAnalyst::openViewer(int iRow)
+{
+    const QByteArray oText = number(int(viewers().size())) + "/fullEdit";
+    doubleClickCell(iRow, "title");
+    QTUTILS_WAIT_FOR(focus() == oText);
+}
+
+void CAnalyst::askWhatToFind(const QByteArray& oKey)
+{
+    QTUTILS_WAIT_FOR(focus().contains('/'));
+    press({oKey});
+    QTUTILS_WAIT_FOR(focus() == "QLineEdit");
+}
+
+void CAnalyst::find(const QByteArray& oText)
+{
+    askWhatToFind();
+    type(oText);
+    press({"Return"});
+}

@@ -18,6 +18,16 @@ void CAnalyst::startAt(int iNode)
     oHost.call("select", {"i:" + number(iNode)});
 }
 
+QByteArrayList CAnalyst::marked(const QByteArray& oName)
+{
+    const QByteArray oMark("[x] ");
+    QByteArrayList lMarked;
+    for (const QByteArray& oEntry : menu(oName))
+        if (oEntry.startsWith(oMark))
+            lMarked << oEntry.mid(oMark.size());
+    return lMarked;
+}
+
 QByteArrayList CAnalyst::viewers()
 {
     QByteArrayList lStates = oHost.ask({"viewers"});

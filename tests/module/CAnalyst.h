@@ -39,6 +39,8 @@ public:
     QByteArray currentNode();
     /// The entries of a menu, "ShowMenu" or "SortMenu", open or not; see pictures::menu().
     QByteArrayList menu(const QByteArray& oName) { return oHost.ask({"menu", oName}); }
+    /// The marked entries of a menu.
+    QByteArrayList marked(const QByteArray& oName);
     /// The entries of the menu that is open now, or "none".
     QByteArrayList openMenu() { return oHost.ask({"open menu"}); }
     /// The text of a text field ("texteditor"), a date field ("dateedit"), a check box ("checkdate") or a

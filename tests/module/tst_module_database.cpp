@@ -56,6 +56,7 @@ class TestModuleDatabase : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
+        oServer.sql(u"SET GLOBAL innodb_flush_log_at_trx_commit=1"_s); // so that the data outlive a crash
         oServer.load(u"news.sql"_s);
         qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
     }

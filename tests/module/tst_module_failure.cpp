@@ -12,7 +12,12 @@ class TestModuleFailure : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { oServer.load(QStringLiteral("news.sql")); }
+    void initTestCase()
+    {
+        // so that the data outlive a crash
+        oServer.sql(QStringLiteral("SET GLOBAL innodb_flush_log_at_trx_commit=1"));
+        oServer.load(QStringLiteral("news.sql"));
+    }
 
     void withoutADatabaseVariableThereIsNoWindow_data()
     {
@@ -157,6 +162,46 @@ private Q_SLOTS:
         oHost.call("select", {"i:2"});
         QCOMPARE(oHost.numRows(), 0);
         oServer.restart();
+    }
+
+    void aServerThatWasLostIsFoundByTheNextWindow()
+    {
+        // given
+        CPlainHost oHost;
+        oHost.start();
+        oServer.restart();
+        // when
+        oHost.call("select", {"i:1"});
+        // then
+        QCOMPARE(oHost.numRows(), 0);
+        // when
+        oHost.announceErrors({"Terminating QApplication"});
+        oHost.free();
+        // then
+        QCOMPARE(useOnce(oHost), "window 5");
+    }
+
+    void aDatabaseWithoutANameIsNone_data()
+    {
+        QTest::addColumn<QByteArrayList>("lNames");
+        QTest::newRow("no map") << QByteArrayList{"null", "t:news"};
+        QTest::newRow("no documents") << QByteArrayList{"t:som", "null"};
+        QTest::newRow("neither") << QByteArrayList{"null", "null"};
+        QTest::newRow("empty") << QByteArrayList{"t:", "t:"};
+    }
+
+    void aDatabaseWithoutANameIsNone()
+    {
+        QFETCH(QByteArrayList, lNames);
+        CPlainHost oHost;
+        oHost.load();
+        oHost.call("setSOMTable", {"t:news_train"});
+        QCOMPARE(oHost.call("CNodeBrowser", lNames), "window");
+        oHost.call("select", {"i:1"});
+        QCOMPARE(oHost.numRows(), 0);
+        oHost.call("show");
+        QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));
+        QCOMPARE(oScreen.shown(), QByteArrayList({"Ombrel"}));
     }
 
 private:

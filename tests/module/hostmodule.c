@@ -238,7 +238,10 @@ void module_call(char** apcFields, int iFields, char* pcResult)
     struct Argument aArguments[MostArguments];
     void* apSlots[MostArguments];
     const EntryPoint oEntry = method(apcFields[0]);
+    const bool bNoArray = iFields == 2 && strcmp(apcFields[1], "no array") == 0;
     pcResult[0] = '\0';
+    if (bNoArray)
+        iFields = 1;
     if (oEntry.pSymbol == NULL || iFields > MostArguments) {
         snprintf(pcResult, ResultSize, "no such method");
         return;
@@ -247,9 +250,14 @@ void module_call(char** apcFields, int iFields, char* pcResult)
         make_argument(&aArguments[i], apcFields[i]);
         apSlots[i - 1] = aArguments[i].pSlot;
     }
-    enter(apcFields[0], oEntry, apSlots, pcResult);
+    enter(apcFields[0], oEntry, bNoArray ? NULL : apSlots, pcResult);
     for (int i = 1; i < iFields; i++) {
         append_results(&aArguments[i], pcResult);
         give_back(&aArguments[i]);
     }
+}
+
+void module_forget_handle(void)
+{
+    pHandle = NULL;
 }

@@ -30,9 +30,12 @@ void module_addresses(void);
    r:3xab     text "ababab"
    c:4x120,255,255;1x0,0,0   row colours, see hostcolors.h; kept after the call
    oi:5       int array for 5 results                  ot:20    buffer for a text of 20 bytes
-   null       null pointer
+   null       null pointer                             no array   instead of all arguments: a null array
 
    Whatever isn't kept is overwritten after the call. Results start as Untouched ("untouched" for a text);
    they are put into the result text, separated by blanks. The constructor's result is "window", "same window"
    for the handle that it returned before, or "null". */
 void module_call(char** apcFields, int iFields, char* pcResult);
+
+/* Forgets the handle: further calls get null. */
+void module_forget_handle(void);

@@ -5,6 +5,7 @@
 
 #include "hostmodule.h"
 
+#include <dlfcn.h>
 #include <limits.h>
 #include <locale.h>
 #include <pthread.h>
@@ -92,6 +93,9 @@ bool process_command(char** apcFields, char* pcResult)
         unsetenv(apcFields[1]);
     else if (strcmp(apcFields[0], "getenv") == 0)
         snprintf(pcResult, ResultSize, "%s", getenv(apcFields[1]) == NULL ? "unset" : getenv(apcFields[1]));
+    else if (strcmp(apcFields[0], "library") == 0)
+        snprintf(pcResult, ResultSize,
+            dlopen(apcFields[1], RTLD_NOW | RTLD_LOCAL) == NULL ? "not loaded" : "loaded");
     else if (strcmp(apcFields[0], "surroundings") == 0)
         print_surroundings();
     else if (strcmp(apcFields[0], "customize") == 0)

@@ -40,6 +40,7 @@ struct Job
 };
 
 static struct Job aJobs[MostThreads];
+static struct Job oLast; /* runs when the process exits */
 
 static void run(char** apcFields, int iFields, char* pcResult);
 
@@ -66,16 +67,35 @@ static void* job_body(void* pArgument)
     return NULL;
 }
 
+static void keep_command(struct Job* pJob, char** apcFields, int iFields)
+{
+    char* pcNext = pJob->acLine;
+    pJob->iFields = iFields;
+    for (int i = 0; i < iFields; i++) {
+        pJob->apcFields[i] = strcpy(pcNext, apcFields[i]);
+        pcNext += strlen(pcNext) + 1;
+    }
+}
+
+static void run_last(void)
+{
+    run(oLast.apcFields, oLast.iFields, oLast.acResult);
+    printf("at exit %s\n", oLast.acResult);
+    fflush(stdout);
+}
+
+/* "atexit COMMAND ...": has a command run when the process exits, which prints "at exit" and the result. */
+static void run_at_exit(char** apcFields, int iFields)
+{
+    keep_command(&oLast, apcFields + 1, iFields - 1);
+    atexit(run_last);
+}
+
 /* "start N COMMAND ...": runs a command in another thread, which gets the number N. */
 static void start(char** apcFields, int iFields, char* pcResult)
 {
     struct Job* pJob = &aJobs[atoi(apcFields[1])];
-    char* pcNext = pJob->acLine;
-    pJob->iFields = iFields - 2;
-    for (int i = 0; i < pJob->iFields; i++) {
-        pJob->apcFields[i] = strcpy(pcNext, apcFields[i + 2]);
-        pcNext += strlen(pcNext) + 1;
-    }
+    keep_command(pJob, apcFields + 2, iFields - 2);
     atomic_store(&pJob->iThreadId, 0);
     atomic_store(&pJob->bFinished, false);
     pthread_create(&pJob->oThread, NULL, job_body, pJob);
@@ -122,6 +142,8 @@ static void module_command(char** apcFields, int iFields, char* pcResult)
         module_describe();
     else if (strcmp(apcFields[0], "addresses") == 0)
         module_addresses();
+    else if (strcmp(apcFields[0], "forget") == 0)
+        module_forget_handle();
     else if (strcmp(apcFields[0], "call") == 0)
         module_call(apcFields + 1, iFields - 1, pcResult);
     else if (strcmp(apcFields[0], "repeat") == 0)
@@ -142,6 +164,8 @@ static void run(char** apcFields, int iFields, char* pcResult)
         snprintf(pcResult, ResultSize, atomic_load(&aJobs[atoi(apcFields[1])].bFinished) ? "yes" : "no");
     else if (strcmp(apcFields[0], "join") == 0)
         join(apcFields, pcResult);
+    else if (strcmp(apcFields[0], "atexit") == 0)
+        run_at_exit(apcFields, iFields);
     else if (strcmp(apcFields[0], "fork") == 0)
         fork_child(apcFields, iFields, pcResult);
     else

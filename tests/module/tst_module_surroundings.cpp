@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CPlainHost.h"
-#include "CScreen.h"
+#include "CAnalyst.h"
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
+
+#include <QFile>
 
 /// What the module leaves alone in its host's process.
 class TestModuleSurroundings : public QObject
@@ -66,6 +67,35 @@ private Q_SLOTS:
         free(oHost);
         // then
         QCOMPARE(surroundings(oHost), lExpected);
+    }
+
+    void theWebBrowserInheritsNothingOfTheModule()
+    {
+        // given
+        const QTemporaryDir oFolder;
+        const QString sReport = oFolder.filePath(QStringLiteral("report"));
+        QFile oProgram(oFolder.filePath(QStringLiteral("firefox")));
+        QVERIFY(oProgram.open(QIODevice::WriteOnly));
+        oProgram.write(
+            "#!/bin/sh\n{ for f in /proc/$$/fd/*; do readlink $f; done | grep -E 'socket|anon_inode'\n"
+            "grep -E '^Sig(Blk|Ign)' /proc/$$/status\necho end; } > "
+            + sReport.toUtf8() + '\n');
+        oProgram.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        oProgram.close();
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        oHost.command({"env", "PATH", oFolder.path().toUtf8() + ":/usr/bin:/bin"});
+        oHost.start();
+        oAnalyst.showWindow();
+        oHost.call("select", {"i:2"});
+        oAnalyst.choose("Show", "URL");
+        // when
+        oAnalyst.doubleClickCell(0, "URL");
+        QCOMPARE(oHost.numRows(), 2);
+        // then: system() itself has 32 and 33 ignored, which the C library keeps to itself
+        QFile oReport(sReport);
+        QVERIFY(oReport.open(QIODevice::ReadOnly));
+        QCOMPARE(oReport.readAll(), "SigBlk:\t0000000000000000\nSigIgn:\t0000000180000000\nend\n");
     }
 
 private:

@@ -72,6 +72,42 @@ private Q_SLOTS:
         QCOMPARE(lErrors, QByteArrayList({Opened, "CNodeBrowser: Changed Table to endless"}));
     }
 
+    void aHostsExitHandlerMayCallTheModule_data()
+    {
+        QTest::addColumn<QByteArrayList>("lCall");
+        QTest::addColumn<QByteArray>("oResult");
+        QTest::newRow("question") << QByteArrayList{"getNumRows", "oi:1"} << QByteArray("at exit -7777");
+        QTest::newRow("command") << QByteArrayList{"select", "i:1"} << QByteArray("at exit ");
+        QTest::newRow("free") << QByteArrayList{"FREE_CNodeBrowser"} << QByteArray("at exit ");
+    }
+
+    void aHostsExitHandlerMayCallTheModule()
+    {
+        // given
+        QFETCH(QByteArrayList, lCall);
+        QFETCH(QByteArray, oResult);
+        CPlainHost oHost;
+        oHost.command(QByteArrayList{"atexit", "call"} + lCall); // runs after the module's own
+        oHost.start();
+        // when
+        oHost.give({"exit", "3"});
+        // then
+        QCOMPARE(oHost.end(), "3");
+        QCOMPARE(oHost.output(), QByteArrayList{oResult});
+    }
+
+    void aConstructionInAHostsExitHandlerGivesNull()
+    {
+        CPlainHost oHost;
+        oHost.command({"atexit", "call", "CNodeBrowser", "t:som", "t:news"});
+        oHost.start();
+        oHost.free();
+        oHost.give({"exit", "3"});
+        QCOMPARE(oHost.end(), "3");
+        QCOMPARE(oHost.output(), QByteArrayList{"at exit null"});
+        oHost.errors();
+    }
+
     void anUnloadedModuleCanBeLoadedAgain_data()
     {
         QTest::addColumn<QByteArray>("oLife");

@@ -97,6 +97,40 @@ private Q_SLOTS:
         QCOMPARE(oHost.end(), "7");
     }
 
+    void withoutADisplayAnotherPlatformMayBeAskedFor()
+    {
+        CPlainHost oHost;
+        oHost.load();
+        oHost.command({"unenv", "DISPLAY"});
+        oHost.command({"env", "QT_QPA_PLATFORM", "offscreen"});
+        QCOMPARE(useOnce(oHost), "window 5");
+    }
+
+    void aWaylandSessionIsNotUsed()
+    {
+        CPlainHost oHost;
+        oHost.load();
+        oHost.command({"env", "XDG_SESSION_TYPE", "wayland"});
+        oHost.command({"env", "WAYLAND_DISPLAY", "wayland-0"});
+        oHost.construct();
+        oHost.call("show");
+        QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));
+    }
+
+    void aHostWithAQtApplicationGetsNoWindow()
+    {
+        CPlainHost oHost;
+        QCOMPARE(oHost.command({"library", QTUTILS_QT_APPLICATION}), "loaded");
+        oHost.load();
+        QCOMPARE(oHost.construct(), "null");
+        QCOMPARE(oHost.numRows(), -7777);
+        QTUTILS_WAIT_FOR(!oHost.errors().isEmpty());
+        QCOMPARE(oHost.errors(), QByteArrayList{"qtutils: the host has an application object of its own"});
+        oHost.give({"exit", "3"});
+        QCOMPARE(oHost.end(), "3");
+        oHost.errors();
+    }
+
     void aWrongPasswordIsSaidInABoxThatTheHostWaitsFor()
     {
         // given

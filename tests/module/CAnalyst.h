@@ -48,6 +48,8 @@ public:
     QByteArray text(const QByteArray& oName) { return oHost.ask({"text", oName}).join('\n'); }
     /// The selection of a text field: "first-last: text", positions in characters.
     QByteArray selectedText(const QByteArray& oName) { return answer({"selected", oName}); }
+    /// The font of a widget, as QFont::toString() writes it.
+    QByteArray font(const QByteArray& oName) { return answer({"font", oName}); }
     /// "shown" or "hidden" for each viewer, in the order of their opening.
     QByteArrayList viewers();
     /// The dialog that is open now: "title: text", with what is typed in brackets; or "none".

@@ -246,6 +246,7 @@ const std::map<QString, Question>& questions()
         {u"entry"_s, [](auto& sl) { return QStringList(entryOf(openMenu(), sl[0])); }},
         {u"text"_s, [](auto& sl) { return QStringList(textOf(part(sl[0]))); }},
         {u"selected"_s, [](auto& sl) { return QStringList(selectedText(*part<QTextEdit>(sl[0]))); }},
+        {u"font"_s, [](auto& sl) { return QStringList(part(sl[0])->font().toString()); }},
         {u"place"_s, [](auto& sl) { return QStringList(placeOf(part(sl[0]))); }},
         {u"viewers"_s, [](auto&) { return viewerStates(); }},
         {u"dialog"_s, [](auto&) { return QStringList(dialog()); }},

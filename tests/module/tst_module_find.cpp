@@ -21,7 +21,8 @@ private Q_SLOTS:
             " (12, '2001-01-03', 'signs', 'abc a.c a*c  end'),"
             " (13, '2001-01-04', 'rich', 'two <b>bold</b> words<p>and more</p>'),"
             " (14, '2001-01-05', 'long', CONCAT(REPEAT('more\\n', 500), 'needle', REPEAT('\\nmore', 30000), "
-            "' needle at the end'));"
+            "' needle at the end')),"
+            " (15, '2001-01-06', 'overlap', 'aaaa');"
             "INSERT INTO som.news_train SELECT 3, 0.5, id FROM news.document WHERE id > 9"));
         // A keyboard with umlauts, and a table of composed characters for the toolkit.
         QCOMPARE(QProcess::execute(QStringLiteral("setxkbmap"), {QStringLiteral("de")}), 0);
@@ -112,6 +113,19 @@ private Q_SLOTS:
         // when: a text that is there, but before
         oAnalyst.find("one");
         // then
+        QCOMPARE(oAnalyst.dialog(), "Find: Nothing found");
+    }
+
+    void overlappingHitsCountOnce()
+    {
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        openViewer(oAnalyst, 5);
+        oAnalyst.find("aa");
+        QCOMPARE(oAnalyst.selectedText("0/fullEdit"), "0-2: aa");
+        findAgain(oAnalyst);
+        QCOMPARE(oAnalyst.selectedText("0/fullEdit"), "2-4: aa");
+        findAgain(oAnalyst);
         QCOMPARE(oAnalyst.dialog(), "Find: Nothing found");
     }
 

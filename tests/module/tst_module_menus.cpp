@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.menu("SortMenu").size(), 9);
     }
 
-    void aShowEntryShowsItsColumnAndHidesItAgain()
+    void aShowEntryShowsItsColumn()
     {
         // given
         CPlainHost oHost;

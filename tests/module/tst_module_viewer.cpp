@@ -172,6 +172,8 @@ private Q_SLOTS:
         QVERIFY(oText.bottom() < oExit.top());
         QCOMPARE(oExit.width(), (540 - 2 * Margin) / 5);
         QCOMPARE(oExit.right(), oBox.right() - Margin);
+        QVERIFY(oAnalyst.font("0/fullEdit").startsWith("Arial,10,-1,5,400,0,"));
+        QVERIFY(oAnalyst.font("0/exit").startsWith("System,10,-1,5,700,0,"));
     }
 
     void closingHidesAViewerAndKeepsIt_data()

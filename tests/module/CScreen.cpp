@@ -17,14 +17,6 @@ template <typename Reply> auto held(Reply* pReply)
     return std::unique_ptr<Reply, decltype(&std::free)>(pReply, &std::free);
 }
 
-void drive(const QByteArrayList& lArguments)
-{
-    QStringList slArguments;
-    for (const QByteArray& oArgument : lArguments)
-        slArguments << QString::fromUtf8(oArgument);
-    QProcess::execute(QStringLiteral("xdotool"), slArguments);
-}
-
 QByteArrayList moveTo(const QPoint& oPlace)
 {
     return {"mousemove", QByteArray::number(oPlace.x()), QByteArray::number(oPlace.y())};
@@ -186,13 +178,42 @@ void CScreen::resize(const QByteArray& oTitle, const QSize& oSize) const
 
 void CScreen::close(const QByteArray& oTitle) const
 {
+    send(find(oTitle).value_or(0), "_NET_CLOSE_WINDOW");
+    xcb_flush(pConnection);
+}
+
+void CScreen::drive(const QByteArrayList& lArguments) const
+{
+    QStringList slArguments;
+    for (const QByteArray& oArgument : lArguments)
+        slArguments << QString::fromUtf8(oArgument);
+    QProcess::execute(QStringLiteral("xdotool"), slArguments);
+    waitForManager();
+}
+
+// A press goes to the window manager first, which lets it go on to its window. A question that it is asked
+// now it answers behind that, by a property of the window that the question is about.
+void CScreen::waitForManager() const
+{
+    const xcb_window_t uWindow = xcb_generate_id(pConnection);
+    const std::uint32_t uEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(pConnection, XCB_COPY_FROM_PARENT, uWindow, pScreen->root, 0, 0, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT, pScreen->root_visual, XCB_CW_EVENT_MASK, &uEvents);
+    send(uWindow, "_NET_REQUEST_FRAME_EXTENTS");
+    xcb_flush(pConnection);
+    std::free(xcb_wait_for_event(pConnection));
+    xcb_destroy_window(pConnection, uWindow);
+}
+
+// To the window manager, about a window.
+void CScreen::send(xcb_window_t uWindow, const char* pcMessage) const
+{
     xcb_client_message_event_t oMessage{};
     oMessage.response_type = XCB_CLIENT_MESSAGE;
     oMessage.format = 32;
-    oMessage.window = find(oTitle).value_or(0);
-    oMessage.type = atom("_NET_CLOSE_WINDOW");
+    oMessage.window = uWindow;
+    oMessage.type = atom(pcMessage);
     xcb_send_event(pConnection, 0, pScreen->root,
         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
         reinterpret_cast<const char*>(&oMessage));
-    xcb_flush(pConnection);
 }

@@ -51,6 +51,9 @@ public:
     void close(const QByteArray& oTitle) const;
 
 private:
+    void drive(const QByteArrayList& lArguments) const;
+    void waitForManager() const;
+    void send(xcb_window_t uWindow, const char* pcMessage) const;
     QList<xcb_window_t> clients() const;
     std::optional<xcb_window_t> find(const QByteArray& oTitle) const;
     bool isViewable(xcb_window_t uWindow) const;

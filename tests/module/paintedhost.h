@@ -18,10 +18,9 @@ constexpr QRgb Base = qRgb(255, 255, 255);
 constexpr QRgb Highlight = qRgb(48, 140, 198);
 constexpr QRgb HighlightedText = qRgb(255, 255, 255);
 
-// Of hues 0, 120, 240.
+// Of hues 0 and 120.
 constexpr QRgb Red = qRgb(255, 0, 0);
 constexpr QRgb Green = qRgb(0, 255, 0);
-constexpr QRgb Blue = qRgb(0, 0, 255);
 
 /// Loads the module, constructs, chooses a node, sets row colours if any are given, and shows the window, so
 /// that the first paint has the colours.

@@ -172,6 +172,25 @@ private Q_SLOTS:
         QCOMPARE(oScreen.picture().pixel(oFirst.bottomLeft() + QPoint(5, 50)), Base);
     }
 
+    void aCellThatIsTooNarrowIsOutlinedAndItsTextCut()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        paintedhost::show(oAnalyst, 1, "c:5x0,255,255");
+        const QImage oWide = paintedhost::cell(oAnalyst, 1, "date");
+        // when the column's border is dragged
+        const QRect oPlace = oAnalyst.cell(0, "date");
+        const QPoint oBorder = oPlace.topRight() + QPoint(1, -10);
+        oScreen.drag(oBorder, oBorder - QPoint(50, 0));
+        // then
+        const QImage oNarrow = paintedhost::cell(oAnalyst, 1, "date");
+        QCOMPARE(oNarrow.width(), oWide.width() - 50);
+        QVERIFY(inside(oNarrow) == oWide.copy(QRect(QPoint(1, 1), inside(oNarrow).size())));
+        QCOMPARE(pixels(oNarrow.copy(oNarrow.width() - 1, 0, 1, oNarrow.height()), Text), oNarrow.height());
+        QCOMPARE(paintedhost::fills(oAnalyst, 1, 1), QByteArrayList{"#ff0000"});
+    }
+
     void everyColumnIsColored()
     {
         // given

@@ -13,6 +13,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,6 +57,19 @@ static void print_surroundings(void)
         printf("variable %s\n", *ppc);
 }
 
+static void limit_memory(int iMegabytes)
+{
+    unsigned long ulPages = 0;
+    struct rlimit oLimit;
+    FILE* pFile = fopen("/proc/self/statm", "r");
+    if (pFile == NULL || fscanf(pFile, "%lu", &ulPages) != 1)
+        abort();
+    fclose(pFile);
+    oLimit.rlim_cur = ulPages * (rlim_t)sysconf(_SC_PAGESIZE) + (rlim_t)iMegabytes * 1024 * 1024;
+    oLimit.rlim_max = oLimit.rlim_cur;
+    setrlimit(RLIMIT_AS, &oLimit);
+}
+
 static void ignore(int iSignal)
 {
     (void)iSignal;
@@ -93,6 +107,8 @@ bool process_command(char** apcFields, char* pcResult)
         unsetenv(apcFields[1]);
     else if (strcmp(apcFields[0], "getenv") == 0)
         snprintf(pcResult, ResultSize, "%s", getenv(apcFields[1]) == NULL ? "unset" : getenv(apcFields[1]));
+    else if (strcmp(apcFields[0], "limit") == 0)
+        limit_memory(atoi(apcFields[1]));
     else if (strcmp(apcFields[0], "library") == 0)
         snprintf(pcResult, ResultSize,
             dlopen(apcFields[1], RTLD_NOW | RTLD_LOCAL) == NULL ? "not loaded" : "loaded");

@@ -106,6 +106,23 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.tree(), lTree);
     }
 
+    void aHierarchyWithoutMemoryIsRefused()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        oHost.start();
+        const QByteArrayList lTree = oAnalyst.tree();
+        oHost.command({"limit", "100"});
+        // when
+        oHost.call("passNodeHierarchy", {"n:2", "i:1", "i:0", "i:9000000"});
+        // then
+        oHost.announceErrors({"qtutils: no memory for a hierarchy of 9000000 nodes"});
+        oHost.announceErrors({"Database is open. Commencing."});
+        oHost.call("passNodeHierarchy", {"n:", "i:0", "i:3", "i:4"});
+        QCOMPARE(oAnalyst.tree(), lTree);
+    }
+
     void negativeCountsAndNodesAreDropped_data()
     {
         QTest::addColumn<QByteArrayList>("lNumbers");

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CAnalyst.h"
+#include "CPlainHost.h"
+#include "CScreen.h"
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
 
@@ -115,29 +116,6 @@ private Q_SLOTS:
         }
         QTUTILS_WAIT_FOR(oHost.errors().size() >= 5);
         QCOMPARE(oHost.errors(), QByteArrayList(5, "Terminating QApplication"));
-    }
-
-    void theLastFreeTakesTheViewersOffTheScreen()
-    {
-        // given
-        CPlainHost oHost;
-        CAnalyst oAnalyst(oHost, oScreen);
-        oHost.start();
-        oAnalyst.showWindow();
-        oHost.call("select", {"i:1"});
-        oAnalyst.doubleClickCell(0, "title");
-        QTUTILS_WAIT_FOR(oScreen.shown().size() == 2);
-        // when
-        oHost.announceErrors({"Terminating QApplication"});
-        oHost.free();
-        // then
-        QTUTILS_WAIT_FOR(oScreen.shown().isEmpty());
-        // when
-        oHost.call("setSOMTable", {"t:news_train"});
-        QCOMPARE(oHost.construct(), "window");
-        oAnalyst.showWindow();
-        // then
-        QCOMPARE(oAnalyst.viewers(), QByteArrayList({"hidden"}));
     }
 
     void aFurtherConstructionUsesItsOwnDatabases()

@@ -16,6 +16,8 @@ public:
     /// The date and local time shown; null as long as nobody has changed the field.
     QDateTime chosen() const { return bTouched ? dateTime() : QDateTime(); }
 
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+
 private:
     bool bTouched = false;
 };

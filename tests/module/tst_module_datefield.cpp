@@ -32,6 +32,19 @@ private Q_SLOTS:
                 instant(u"2006-05-10T12:30:45"_s)}));
     }
 
+    void aSectionThatIsClickedTakesTheDigitsTyped()
+    {
+        CDateFilter oFilter(oServer, oScreen);
+        oFilter.clickBox();
+        const QRect oField = oFilter.oAnalyst.part("dateedit");
+        oScreen.click(oField.topLeft() + QPoint(10, oField.height() / 2));
+        oFilter.oAnalyst.type("12");
+        QCOMPARE(oFilter.field(), "12.01.2000 00:00:00");
+        oFilter.oAnalyst.type("052006");
+        QCOMPARE(oFilter.field(), "12.05.2006 00:00:00");
+        QCOMPARE(oFilter.conditions().last(), day(u"2006-05-12"_s));
+    }
+
     void aTimeSetBackToMidnightFiltersTheDayAgain()
     {
         CDateFilter oFilter(oServer, oScreen);

@@ -58,6 +58,7 @@ private Q_SLOTS:
     {
         oServer.sql(u"SET GLOBAL innodb_flush_log_at_trx_commit=1"_s); // so that the data outlive a crash
         oServer.load(u"news.sql"_s);
+        oServer.sql(u"CREATE USER 'guest'@'localhost' IDENTIFIED BY 'a password'"_s); // the reader's
         qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
     }
 
@@ -72,6 +73,8 @@ private Q_SLOTS:
         QTest::newRow("unknown user")
             << QByteArrayList{"MYSQL_USER", "nobody"} << "som"_ba
             << "Access denied for user 'nobody'@'localhost' (using password: YES)"_ba;
+        QTest::newRow("no right") << QByteArrayList{"MYSQL_USER", "guest"} << "som"_ba
+                                  << "Access denied for user 'guest'@'localhost' to database 'som'"_ba;
         QTest::newRow("missing database") << QByteArrayList{"LANG", "C"} << "nowhere"_ba
                                           << "Unknown database 'nowhere'"_ba;
         QTest::newRow("no server") << QByteArrayList{"MYSQL_UNIX_PORT", "/nowhere"} << "som"_ba

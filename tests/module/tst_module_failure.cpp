@@ -6,6 +6,8 @@
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
 
+#include <sys/syscall.h>
+
 /// Constructions that fail, or go on without a database.
 class TestModuleFailure : public QObject
 {
@@ -164,6 +166,31 @@ private Q_SLOTS:
         QCOMPARE(oHost.errors(),
             QByteArrayList({"CTable: An Error occurred while getting first date in selection                ",
                 "SelectCursor is empty!"}));
+    }
+
+    void commandsAreDroppedAndConstructionsWaitWhileTheBoxStands()
+    {
+        // given
+        CPlainHost oHost;
+        oHost.announceOutput({"show error"});
+        oHost.load();
+        oHost.command({"start", "1", "call", "CNodeBrowser", "t:nowhere", "t:news"});
+        QTUTILS_WAIT_FOR(oScreen.isActive("SQL Error"));
+        // when
+        oHost.call("select", {"i:1"});
+        oHost.call("show");
+        const int iThread = oHost.command({"start", "2", "call", "CNodeBrowser", "t:som", "t:news"}).toInt();
+        // then
+        QTUTILS_WAIT_FOR(oHost.sleepsIn(iThread, SYS_futex));
+        QCOMPARE(oHost.command({"finished", "1"}), "no");
+        // when
+        oScreen.press({"Return"});
+        // then
+        QCOMPARE(oHost.command({"join", "1"}), "window");
+        QVERIFY(oHost.command({"join", "2"}).endsWith("window"));
+        QCOMPARE(oHost.construct(), "same window");
+        QCOMPARE(oHost.numRows(), 0);
+        QCOMPARE(oScreen.shown(), QByteArrayList());
     }
 
     void aConstructionAfterAWrongPasswordWorks()

@@ -153,6 +153,8 @@ private Q_SLOTS:
         pAnalyst->press({"End"});
         QVERIFY(pAnalyst->rowsInSight().endsWith(" 99"));
         QCOMPARE(pAnalyst->cell(99, "title").height(), pAnalyst->cell(98, "title").height());
+        // by pixels: the last row stands at the very end
+        QCOMPARE(pAnalyst->part("table").bottom() - pAnalyst->cell(99, "title").bottom(), 2);
         pAnalyst->press({"Home"});
         QVERIFY(pAnalyst->rowsInSight().startsWith("0 "));
         QCOMPARE(pAnalyst->cell(0, "title").height(), pAnalyst->cell(1, "title").height());

@@ -164,6 +164,16 @@ void CScreen::drag(const QPoint& oFrom, const QPoint& oTo) const
         + QByteArrayList{"mouseup", "1"});
 }
 
+void CScreen::hold(const QPoint& oPlace) const
+{
+    drive(moveTo(oPlace) + QByteArrayList{"mousedown", "1"});
+}
+
+void CScreen::letGo(const QPoint& oPlace) const
+{
+    drive(moveTo(oPlace) + QByteArrayList{"mouseup", "1"});
+}
+
 void CScreen::move(const QByteArray& oTitle, const QPoint& oPlace) const
 {
     drive({"windowmove", QByteArray::number(find(oTitle).value_or(0)), QByteArray::number(oPlace.x()),

@@ -45,6 +45,9 @@ public:
     void doubleClick(const QPoint& oPlace, int iButton = 1) const;
     /// Presses the left button at a place and lets it go at another one.
     void drag(const QPoint& oFrom, const QPoint& oTo) const;
+    /// The steps of a drag, for looks between them: presses the left button, and lets it go.
+    void hold(const QPoint& oPlace) const;
+    void letGo(const QPoint& oPlace) const;
     void move(const QByteArray& oTitle, const QPoint& oPlace) const;
     void resize(const QByteArray& oTitle, const QSize& oSize) const;
     /// Closes a window by way of the window manager, as its button does.

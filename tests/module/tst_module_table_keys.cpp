@@ -153,7 +153,7 @@ private Q_SLOTS:
         pAnalyst->press({"End"});
         QVERIFY(pAnalyst->rowsInSight().endsWith(" 99"));
         QCOMPARE(pAnalyst->cell(99, "title").height(), pAnalyst->cell(98, "title").height());
-        // by pixels: the last row stands at the very end
+        // the last row stands at the very end
         QCOMPARE(pAnalyst->part("table").bottom() - pAnalyst->cell(99, "title").bottom(), 2);
         pAnalyst->press({"Home"});
         QVERIFY(pAnalyst->rowsInSight().startsWith("0 "));

@@ -154,8 +154,9 @@ void CScreen::click(const QPoint& oPlace, int iButton) const
 
 void CScreen::doubleClick(const QPoint& oPlace, int iButton) const
 {
-    drive(moveTo(oPlace)
-        + QByteArrayList{"click", "--repeat", "2", "--delay", "20", QByteArray::number(iButton)});
+    // One by one: of two presses at once the window manager may keep one.
+    click(oPlace, iButton);
+    drive({"click", QByteArray::number(iButton)});
 }
 
 void CScreen::drag(const QPoint& oFrom, const QPoint& oTo) const

@@ -177,18 +177,22 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        paintedhost::show(oAnalyst, 1, "c:5x0,255,255");
+        paintedhost::show(oAnalyst, 1);
+        oAnalyst.choose("Show", "title");
+        oHost.call("setRowColors", {"c:5x0,255,255"});
+        paintedhost::repaint(oAnalyst);
         const QImage oWide = paintedhost::cell(oAnalyst, 1, "date");
         // when the column's border is dragged
-        const QRect oPlace = oAnalyst.cell(0, "date");
-        const QPoint oBorder = oPlace.topRight() + QPoint(1, -10);
+        const QPoint oBorder = oAnalyst.cell(0, "date").topRight() + QPoint(1, -10);
         oScreen.drag(oBorder, oBorder - QPoint(50, 0));
         // then
+        const QRect oPlace = oAnalyst.cell(1, "date");
         const QImage oNarrow = paintedhost::cell(oAnalyst, 1, "date");
         QCOMPARE(oNarrow.width(), oWide.width() - 50);
         QVERIFY(inside(oNarrow) == oWide.copy(QRect(QPoint(1, 1), inside(oNarrow).size())));
         QCOMPARE(pixels(oNarrow.copy(oNarrow.width() - 1, 0, 1, oNarrow.height()), Text), oNarrow.height());
-        QCOMPARE(paintedhost::fills(oAnalyst, 1, 1), QByteArrayList{"#ff0000"});
+        const QRect oBeside(oPlace.topRight() + QPoint(2, 0), oWide.size());
+        QCOMPARE(colors(oScreen.picture().copy(oBeside)), Colors{Base});
     }
 
     void everyColumnIsColored()

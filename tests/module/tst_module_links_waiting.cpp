@@ -53,6 +53,8 @@ private Q_SLOTS:
                 oHost.command(QByteArrayList{"start", QByteArray::number(i), "call"} + lQuestions[i]).toInt();
             QTUTILS_WAIT_FOR(oHost.sleepsIn(iThread, SYS_futex));
         }
+        for (int i = 0; i < lQuestions.size(); i++)
+            QCOMPARE(oHost.command({"finished", QByteArray::number(i)}), "no");
         oBrowser.close();
         // then
         QCOMPARE(oHost.command({"join", "0"}), "5");
@@ -77,6 +79,7 @@ private Q_SLOTS:
         // then
         QTUTILS_WAIT_FOR(oHost.sleepsIn(iThread, SYS_futex));
         QCOMPARE(oServer.log(), QStringList());
+        QCOMPARE(oHost.command({"finished", "1"}), "no");
         // when
         oBrowser.close();
         // then
@@ -166,6 +169,7 @@ private Q_SLOTS:
         // then
         QTUTILS_WAIT_FOR(oHost.sleepsIn(iThread, SYS_futex));
         QCOMPARE(greenPixels(oPlace), oPlace.width() * oPlace.height());
+        QCOMPARE(oHost.command({"finished", "1"}), "no");
         // when
         oBrowser.close();
         // then

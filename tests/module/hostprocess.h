@@ -9,6 +9,7 @@
 
    env NAME VALUE, unenv NAME, getenv NAME   environment; the result of getenv is "unset" or the value
    exit CODE, _exit CODE, quick_exit CODE    end the process
+   leave CODE                                ends the main thread, then another one ends the process
    exec CODE                                 becomes a shell that ends with that code
    limit MEGABYTES                           lets the process have that much more memory than it has now
    library PATH                              loads a library for its initialisation

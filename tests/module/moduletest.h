@@ -26,6 +26,7 @@ constexpr QPoint FirstRow(500, 64);
         const QTemporaryDir oRuntime;                                                                        \
         qputenv("XDG_RUNTIME_DIR", oRuntime.path().toUtf8());                                                \
         qputenv("LANG", "C.UTF-8");                                                                          \
+        qputenv("LC_CTYPE", "C.UTF-8"); /* has a table of composed characters for the toolkit */             \
         qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");                                                         \
         qunsetenv("QT_QPA_PLATFORM");                                                                        \
         const QCoreApplication oApplication(iArguments, apcArguments);                                       \

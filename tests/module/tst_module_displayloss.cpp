@@ -1,39 +1,31 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CPlainHost.h"
-#include "CScreen.h"
+#include "CHostLife.h"
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
-
-#include <functional>
 
 /// The X server goes away. The host lives on without a window.
 class TestModuleDisplayLoss : public QObject
 {
     Q_OBJECT
 
-private:
-    /// What a host does before.
-    using Life = std::function<void(CPlainHost&, const CScreen&)>;
-
 private Q_SLOTS:
     void initTestCase()
     {
         oServer.load(QStringLiteral("news.sql"));
-        oServer.sql(QStringLiteral(
-            "USE som; CREATE VIEW many AS SELECT 1 node, 0.5 dist, 1 + seq % 7 item FROM seq_1_to_100000"));
+        CHostLife::prepare(oServer);
     }
 
     void theHostLivesOn_data()
     {
         QTest::addColumn<QByteArray>("oLife");
         QTest::addColumn<QByteArrayList>("lEnding");
-        for (auto it = oLives.begin(); it != oLives.end(); ++it)
+        for (const QByteArray oLife : {"hidden", "shown", "menu open", "viewer open", "find dialog open",
+                 "painting", "query runs", "tree is built"})
             for (const QByteArrayList& lEnding :
                 {QByteArrayList{"exit", "3"}, {"return", "4"}, {"_exit", "5"}, {"start", "9", "exit", "7"}})
-                QTest::addRow("%s, %s", it.key().constData(), lEnding.join(' ').constData())
-                    << it.key() << lEnding;
+                QTest::addRow("%s, %s", oLife.constData(), lEnding.join(' ').constData()) << oLife << lEnding;
     }
 
     void theHostLivesOn()
@@ -43,7 +35,9 @@ private Q_SLOTS:
         // given
         CPrivateDisplay oDisplay(CPrivateDisplay::Manager::Running);
         CPlainHost oHost;
-        oLives[oLife](oHost, CScreen());
+        CScreen oScreen;
+        CHostLife oHostLife(oHost, oScreen);
+        oHostLife.lead(oLife);
         // when
         oDisplay.kill();
         // then
@@ -79,41 +73,9 @@ private Q_SLOTS:
     }
 
 private:
-    static void show(CPlainHost& oHost, const CScreen& oScreen)
-    {
-        oHost.start();
-        oHost.call("select", {"i:1"});
-        oHost.call("show");
-        QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));
-    }
-
     const QByteArray Lost =
         "qtutils: the display is lost, and with it the window; there will be no other one";
     CPrivateServer oServer;
-    QMap<QByteArray, Life> oLives{
-        {"hidden", [](CPlainHost& oHost, const CScreen& /*oScreen*/) { oHost.start(); }},
-        {"shown", show},
-        {"menu open",
-            [](CPlainHost& oHost, const CScreen& oScreen) {
-                show(oHost, oScreen);
-                oScreen.press({"alt+s"});
-            }},
-        {"find dialog open",
-            [](CPlainHost& oHost, const CScreen& oScreen) {
-                show(oHost, oScreen);
-                oScreen.click(oScreen.place("Ombrel").topLeft() + FirstRow);
-                oScreen.press({"Return"});
-                QTUTILS_WAIT_FOR(oScreen.shown().size() == 2);
-                oScreen.press({"ctrl+f"});
-                QTUTILS_WAIT_FOR(oScreen.isActive("Find"));
-            }},
-        {"many rows",
-            [](CPlainHost& oHost, const CScreen& oScreen) {
-                show(oHost, oScreen);
-                oHost.call("setSOMTable", {"t:many"});
-                oHost.call("select", {"i:1"});
-            }},
-    };
 };
 
 QTUTILS_MODULE_TEST_MAIN(TestModuleDisplayLoss)

@@ -8,8 +8,8 @@
 
 class CPlainHost;
 
-/// A program "firefox" that stands first on a host's path and writes down what it is called with. With the
-/// object end those that are still open.
+/// A program "firefox" that stands first on a host's path and writes down what it is called with. Those that
+/// are still open end with the object, or with the test program.
 class CFakeBrowser
 {
 public:
@@ -38,7 +38,7 @@ public:
 
 private:
     QByteArray read(const char* pcFile) const;
-    QByteArray pipe() const { return oFolder.filePath(QStringLiteral("pipe")).toUtf8(); }
 
     QTemporaryDir oFolder;
+    int iPipe; ///< a line in it ends one that is open, and the pipe's end all
 };

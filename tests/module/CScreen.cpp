@@ -161,8 +161,10 @@ void CScreen::doubleClick(const QPoint& oPlace, int iButton) const
 
 void CScreen::drag(const QPoint& oFrom, const QPoint& oTo) const
 {
-    drive(moveTo(oFrom) + QByteArrayList{"mousedown", "1"} + moveTo((oFrom + oTo) / 2) + moveTo(oTo)
-        + QByteArrayList{"mouseup", "1"});
+    // One by one, as for a double click.
+    hold(oFrom);
+    drive(moveTo((oFrom + oTo) / 2));
+    letGo(oTo);
 }
 
 void CScreen::hold(const QPoint& oPlace) const

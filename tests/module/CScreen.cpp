@@ -139,7 +139,7 @@ void CScreen::press(const QByteArrayList& lKeys) const
 
 void CScreen::type(const QByteArray& oText) const
 {
-    drive({"type", "--delay", "0", oText});
+    drive({"type", "--delay", "0", "--args", "1", oText});
 }
 
 void CScreen::hover(const QPoint& oPlace) const
@@ -189,6 +189,11 @@ void CScreen::resize(const QByteArray& oTitle, const QSize& oSize) const
         QByteArray::number(oSize.height())});
 }
 
+void CScreen::minimize(const QByteArray& oTitle) const
+{
+    drive({"windowminimize", QByteArray::number(find(oTitle).value_or(0))});
+}
+
 void CScreen::close(const QByteArray& oTitle) const
 {
     send(find(oTitle).value_or(0), "_NET_CLOSE_WINDOW");
@@ -200,7 +205,12 @@ void CScreen::drive(const QByteArrayList& lArguments) const
     QStringList slArguments;
     for (const QByteArray& oArgument : lArguments)
         slArguments << QString::fromUtf8(oArgument);
-    QProcess::execute(QStringLiteral("xdotool"), slArguments);
+    // The answer to a last question comes when the display has done all before it.
+    slArguments << QStringLiteral("getmouselocation");
+    QProcess oProcess;
+    oProcess.setStandardOutputFile(QProcess::nullDevice());
+    oProcess.start(QStringLiteral("xdotool"), slArguments);
+    oProcess.waitForFinished();
     waitForManager();
 }
 

@@ -50,6 +50,7 @@ public:
     void letGo(const QPoint& oPlace) const;
     void move(const QByteArray& oTitle, const QPoint& oPlace) const;
     void resize(const QByteArray& oTitle, const QSize& oSize) const;
+    void minimize(const QByteArray& oTitle) const;
     /// Closes a window by way of the window manager, as its button does.
     void close(const QByteArray& oTitle) const;
 

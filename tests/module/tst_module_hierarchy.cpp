@@ -202,6 +202,33 @@ private Q_SLOTS:
         QCOMPARE(treehost::nodes(oAnalyst), "0(1)");
     }
 
+    void aHierarchyThatIsTooLargeIsRefused_data()
+    {
+        QTest::addColumn<QByteArrayList>("lNumbers");
+        QTest::addColumn<QByteArray>("oSaid");
+        QTest::newRow("nodes") << QByteArrayList{"i:1", "i:0", "i:10000001"}
+                               << QByteArray("10000001 nodes, with 1 children of node 0");
+        QTest::newRow("children") << QByteArrayList{"i:10000001", "i:1", "i:2"}
+                                  << QByteArray("2 nodes, with 10000001 children of node 1");
+    }
+
+    void aHierarchyThatIsTooLargeIsRefused()
+    {
+        // given
+        QFETCH(QByteArrayList, lNumbers);
+        QFETCH(QByteArray, oSaid);
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        start(oHost);
+        oHost.passHierarchy({"1", ""});
+        // when
+        oHost.announceErrors({"qtutils: a hierarchy of " + oSaid + ", is too large"});
+        oHost.call("passNodeHierarchy", QByteArrayList{"n:7"} + lNumbers);
+        // then
+        oHost.passNode("", 1, 2);
+        QCOMPARE(treehost::nodes(oAnalyst), "0(1)");
+    }
+
     void aHierarchyBeforeTheWindowWaitsForTheLastNode()
     {
         // given

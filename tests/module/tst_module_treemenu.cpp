@@ -215,6 +215,27 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.currentNode(), "2");
     }
 
+    void theWindowMayEndUnderItsMenu()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        show(oAnalyst);
+        oAnalyst.click(oAnalyst.item(1), 3);
+        QCOMPARE(oAnalyst.openMenu(), Entries);
+        // when
+        oHost.announceErrors({"Terminating QApplication"});
+        oHost.free();
+        // then
+        QTUTILS_WAIT_FOR(oScreen.pixels(qRgb(255, 255, 255)) == 0); // the menu has gone, too
+        // when
+        show(oAnalyst);
+        // then
+        QCOMPARE(oAnalyst.openMenu(), QByteArrayList({"none"}));
+        oAnalyst.chooseAt(oAnalyst.item(2), "expand all");
+        QCOMPARE(oAnalyst.openNodes(), "0 2");
+    }
+
 private:
     static void addEntries()
     {

@@ -108,6 +108,29 @@ private Q_SLOTS:
         QCOMPARE(oServer.log(), QStringList({treehost::documentsOf(1000)}));
     }
 
+    // Deeper than the usual stack has room for.
+    void aVeryDeepHierarchyIsBuiltAndReplaced()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        start(oHost);
+        constexpr int NumNodes = 60000;
+        for (int i = 1; i <= NumNodes; i++) {
+            oHost.give({"call", "passNodeHierarchy", "n:" + QByteArray::number(i), "i:1",
+                "i:" + QByteArray::number(i - 1), "i:" + QByteArray::number(NumNodes)});
+            for (int iAnswers = i % 500 == 0 ? 500 : 0; iAnswers > 0; iAnswers--)
+                oHost.answer();
+        }
+        oAnalyst.showWindow();
+        QVERIFY(!oAnalyst.item(0).isEmpty());
+        // when
+        oHost.passNode("", 0, NumNodes);
+        oHost.passNode("", NumNodes - 1, NumNodes);
+        // then
+        QCOMPARE(treehost::nodes(oAnalyst), "0");
+    }
+
 private:
     // Without a table the tree has numbers only.
     static void start(CPlainHost& oHost)

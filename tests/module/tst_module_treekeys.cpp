@@ -177,6 +177,27 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.openNodes(), "0 2");
     }
 
+    void theKeyMeansTheCurrentNodeOutOfSightToo()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        QByteArrayList lChildren(102);
+        for (int i = 2; i <= 101; i++)
+            lChildren[0] += QByteArray::number(i) + ',';
+        lChildren[0] += '1';
+        lChildren[1] = "2";
+        treehost::show(oAnalyst, lChildren);
+        oAnalyst.click(oAnalyst.item(1));
+        for (int i = 0; i < 10; i++)
+            oScreen.click(oAnalyst.part("ListView").center(), Wheel);
+        QVERIFY(oAnalyst.item(1).isEmpty());
+        // when
+        oAnalyst.press({"Menu", "Down", "Return"});
+        // then
+        QCOMPARE(oAnalyst.openNodes(), "0 1");
+    }
+
     void withoutACurrentNodeTheKeyDoesNothing()
     {
         // given
@@ -195,6 +216,8 @@ private Q_SLOTS:
     }
 
 private:
+    static constexpr int Wheel = 5; ///< the button of a turn towards the end
+
     static void show(CAnalyst& oAnalyst) { treehost::show(oAnalyst, treehost::deepTree()); }
 
     static QStringList statements(const QList<int>& lNodes)

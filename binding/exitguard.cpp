@@ -79,19 +79,33 @@ void inChild()
     on_exit(endChild, nullptr);
 }
 
+void takeBack(std::size_t uOwner)
+{
+    bTakingBack = true;
+    __cxa_finalize(&aOwners[uOwner]);
+    bTakingBack = false;
+}
+
 } // namespace
 
 void renew(void (*stop)())
 {
-    const std::lock_guard<std::mutex> lock(oRegistering);
+    // The C library puts a new handler behind the last one and leaves the places before it empty, so the list
+    // would grow by one with every event, and with it the time to walk it.
+    constexpr int MostEmptyPlaces = 256;
+    static int iEmptyPlaces = 0;
     static std::size_t uNext = 0;
+    const std::lock_guard<std::mutex> lock(oRegistering);
     pfRegistered = stop;
-    // First the new one, then the old one away: at no time is there none.
+    if (++iEmptyPlaces == MostEmptyPlaces) {
+        // Without a handler at the end, the next one takes the first empty place. This is the one moment when
+        // there is none.
+        takeBack(1 - uNext);
+        iEmptyPlaces = 0;
+    }
     __cxa_atexit(runAtExit, nullptr, &aOwners[uNext]);
     uNext = 1 - uNext;
-    bTakingBack = true;
-    __cxa_finalize(&aOwners[uNext]);
-    bTakingBack = false;
+    takeBack(uNext);
 }
 
 void guardMainThread(void (*stop)())

@@ -68,6 +68,19 @@ QList<xcb_window_t> CScreen::clients() const
     return lAll;
 }
 
+int CScreen::windowsIn(xcb_window_t uWindow) const
+{
+    const auto oCookie = xcb_query_tree(pConnection, uWindow);
+    const auto pReply = held(xcb_query_tree_reply(pConnection, oCookie, nullptr));
+    if (!pReply)
+        return 0;
+    const int iChildren = xcb_query_tree_children_length(pReply.get());
+    int iWindows = iChildren;
+    for (int i = 0; i < iChildren; i++)
+        iWindows += windowsIn(xcb_query_tree_children(pReply.get())[i]);
+    return iWindows;
+}
+
 bool CScreen::isViewable(xcb_window_t uWindow) const
 {
     const auto oCookie = xcb_get_window_attributes(pConnection, uWindow);

@@ -24,6 +24,8 @@ public:
     /// Titles of the windows on the screen, sorted.
     QByteArrayList shown() const;
     bool isShown(const QByteArray& oTitle) const { return shown().contains(oTitle); }
+    /// Number of all windows of all programs, seen or not.
+    int windows() const { return windowsIn(pScreen->root); }
     /// Whether the window has the focus.
     bool isActive(const QByteArray& oTitle) const;
     /// The window's place on the screen, without its frame; empty if it isn't there.
@@ -60,6 +62,7 @@ private:
     void send(xcb_window_t uWindow, const char* pcMessage) const;
     QList<xcb_window_t> clients() const;
     std::optional<xcb_window_t> find(const QByteArray& oTitle) const;
+    int windowsIn(xcb_window_t uWindow) const;
     bool isViewable(xcb_window_t uWindow) const;
     xcb_atom_t atom(const char* pcName) const;
     QByteArray property(xcb_window_t uWindow, xcb_atom_t uProperty) const;

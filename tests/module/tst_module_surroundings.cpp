@@ -78,7 +78,7 @@ private Q_SLOTS:
         QVERIFY(oProgram.open(QIODevice::WriteOnly));
         oProgram.write(
             "#!/bin/sh\n{ for f in /proc/$$/fd/*; do readlink $f; done | grep -E 'socket|anon_inode'\n"
-            "grep -E '^Sig(Blk|Ign)' /proc/$$/status\necho end; } > "
+            "grep -E '^Sig(Blk|Ign)' /proc/self/status\necho end; } > "
             + sReport.toUtf8() + '\n');
         oProgram.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
         oProgram.close();

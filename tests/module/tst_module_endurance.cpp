@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CAnalyst.h"
+#include "moduletest.h"
+#include "tests/support/CPrivateServer.h"
+
+#include <QDir>
+#include <QFile>
+
+/// One host that constructs and frees again and again. The variable QTUTILS_REPETITIONS says how often.
+class TestModuleEndurance : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { oServer.load(QStringLiteral("news.sql")); }
+
+    void nothingGrowsWithTheNumberOfConstructions()
+    {
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        oHost.load();
+        QByteArray oFirst;
+        long lFirstMemory = 0;
+        for (int i = 1; i <= iRepetitions; i++) {
+            construct(oHost);
+            oAnalyst.showWindow();
+            use(oHost);
+            if (i == Settled) {
+                oFirst = belongings(oHost);
+                lFirstMemory = memory(oHost);
+            } else if (i > Settled) {
+                QCOMPARE(belongings(oHost), oFirst);
+            }
+            oHost.announceErrors({"Terminating QApplication"});
+            oHost.free();
+            QTUTILS_WAIT_FOR(oScreen.shown().isEmpty());
+        }
+        const long lGrowth = (memory(oHost) - lFirstMemory) / (iRepetitions - Settled);
+        QVERIFY2(lGrowth < MostGrowth, qPrintable(QString::number(lGrowth)));
+    }
+
+    // The thread's last loop may still be winding up.
+    void aConstructionMayFollowTheLastFreeAtOnce()
+    {
+        CPlainHost oHost;
+        oHost.load();
+        construct(oHost);
+        for (int i = 0; i < iRepetitions; i++) {
+            oHost.call("show");
+            use(oHost);
+            oHost.announceErrors({"Terminating QApplication"});
+            oHost.free();
+            oHost.call("setSOMTable", {"t:news_train"});
+            oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
+            QVERIFY(oHost.command({"join", "1"}).endsWith("window"));
+            oHost.announceErrors({"Database is open. Commencing."});
+            oHost.passHierarchy();
+        }
+        use(oHost);
+    }
+
+private:
+    static constexpr int Settled = 20; ///< constructions after which nothing new is loaded or kept
+    static constexpr long MostGrowth = 5120; ///< bytes for each construction
+
+    static void construct(CPlainHost& oHost)
+    {
+        oHost.call("setSOMTable", {"t:news_train"});
+        QVERIFY(oHost.construct().endsWith("window"));
+        oHost.announceErrors({"Database is open. Commencing."});
+        oHost.passHierarchy();
+    }
+
+    static void use(CPlainHost& oHost)
+    {
+        oHost.call("select", {"i:1"});
+        QCOMPARE(oHost.numRows(), 5);
+        QCOMPARE(oHost.call("fillDate", {"oi:5"}), "0 2010 2220 3376 4320");
+        oHost.call("setRowColors", {"c:5x120,255,255"});
+        oHost.call("markRow", {"k:1970-01-01 00:00:00", "i:1"});
+        QCOMPARE(oHost.call("getFirstDateInFrame", {"oi:1"}), "18492420");
+        QCOMPARE(oHost.call("getFirstDateInSelection", {"ot:20"}), "2005-02-27T23:59:59");
+    }
+
+    /// Numbers of threads, open files, connections to the server, and windows.
+    QByteArray belongings(const CPlainHost& oHost) const
+    {
+        const QDir oFiles(QStringLiteral("/proc/%1/fd").arg(oHost.processId()));
+        const QStringList slConnections = oServer.sql(
+            QStringLiteral("SELECT COUNT(*) FROM information_schema.processlist WHERE user='reader'"));
+        return QStringLiteral("%1 threads, %2 files, %3 connections, %4 windows")
+            .arg(oHost.threads().size())
+            .arg(oFiles.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size())
+            .arg(slConnections.join(u','))
+            .arg(oScreen.windows())
+            .toUtf8();
+    }
+
+    /// Resident, in bytes.
+    static long memory(const CPlainHost& oHost)
+    {
+        QFile oFile(QStringLiteral("/proc/%1/statm").arg(oHost.processId()));
+        if (!oFile.open(QIODevice::ReadOnly))
+            return 0;
+        constexpr long PageSize = 4096;
+        return oFile.readAll().split(' ').value(1).toLong() * PageSize;
+    }
+
+    const int iRepetitions = qEnvironmentVariable("QTUTILS_REPETITIONS", QStringLiteral("50")).toInt();
+    CPrivateServer oServer;
+    CScreen oScreen;
+};
+
+QTUTILS_MODULE_TEST_MAIN(TestModuleEndurance)
+#include "tst_module_endurance.moc"

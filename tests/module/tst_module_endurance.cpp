@@ -63,7 +63,7 @@ private Q_SLOTS:
 
 private:
     static constexpr int Settled = 20; ///< constructions after which nothing new is loaded or kept
-    static constexpr long MostGrowth = 5120; ///< bytes for each construction
+    static constexpr long MostGrowth = 10240; ///< bytes for each construction
 
     static void construct(CPlainHost& oHost)
     {

@@ -92,6 +92,13 @@ def test_another_table_is_found(table: str) -> None:
     assert testpage.faults(HEAD + GOOD + "\n" + table, KNOWN) == ["7: no table of cases"]
 
 
+def test_a_program_without_a_case_is_found() -> None:
+    assert testpage.faults(HEAD + OTHER, KNOWN) == [
+        "no case names tst_module_table",
+        "no case names tst_table",
+    ]
+
+
 def test_a_bar_behind_a_backslash_is_text() -> None:
     assert testpage.cells(r"| a \| b | `c` |") == [r"a \| b", "`c`"]
 

@@ -7,7 +7,7 @@ from collections.abc import Iterable, Iterator, Mapping
 from typing import NamedTuple
 
 HEADERS = {"Case | Tests": True, "Ring | Folder | What it sees": False}  # True: a row for each case
-RINGS = ("module", "widget", "unit")  # from the outermost inwards
+RINGS = ("module", "widget", "unit")  # from the outermost inwards; their programs must be named
 NAME = re.compile(r"`(tst_\w+|[\w./]+\.py)::(\w+)`")
 NAMES = re.compile(rf"{NAME.pattern}(, {NAME.pattern})*")
 SLOTS = re.compile(r"^private (?:Q_SLOTS|slots):\n(.*?)(?=^\w|^\};)", re.MULTILINE | re.DOTALL)
@@ -116,6 +116,14 @@ def repetitions(all_rows: Iterable[Row]) -> Iterator[str]:
         lines.setdefault(words, row.line)
 
 
+def unnamed(all_rows: Iterable[Row], known: Mapping[str, Program]) -> Iterator[str]:
+    """Programs of the three rings that no row names."""
+    named = {program for row in all_rows for program, _ in NAME.findall(row.tests)}
+    for name, program in known.items():
+        if program.ring in RINGS and name not in named:
+            yield f"no case names {name}"
+
+
 def faults(text: str, known: Mapping[str, Program]) -> list[str]:
     """All faults of the page, each with its line's number, where it has one, in front."""
     found = list(rows(text))
@@ -123,4 +131,4 @@ def faults(text: str, known: Mapping[str, Program]) -> list[str]:
     lines = [row for row in found if isinstance(row, str)]
     for row in good:
         lines += [*form(row), *missing(row, known), *order(row, known)]
-    return [*lines, *repetitions(good)]
+    return [*lines, *repetitions(good), *unnamed(good, known)]

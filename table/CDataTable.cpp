@@ -8,7 +8,9 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QScopedValueRollback>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -89,6 +91,23 @@ void CDataTable::currentChanged(const QModelIndex& oCurrent, const QModelIndex& 
         iCurrentColumn = oCurrent.column();
     if (oCurrent.row() != oPrevious.row())
         announceCurrentRow();
+}
+
+void CDataTable::showEvent(QShowEvent* pEvent)
+{
+    QTableView::showEvent(pEvent);
+    window()->windowHandle()->installEventFilter(this);
+}
+
+// Cells that were covered are painted when they come into sight. Qt by itself only copies what it painted
+// last.
+bool CDataTable::eventFilter(QObject* pObject, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::Paint && pObject == window()->windowHandle()) {
+        const QRegion& oExposed = static_cast<QPaintEvent*>(pEvent)->region();
+        viewport()->update(oExposed.translated(-viewport()->mapTo(window(), QPoint())));
+    }
+    return QTableView::eventFilter(pObject, pEvent);
 }
 
 // Qt would make the first row current.

@@ -45,10 +45,12 @@ protected:
     CDocumentModel& model() { return *pModel; }
 
     void currentChanged(const QModelIndex& oCurrent, const QModelIndex& oPrevious) override;
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
     void focusInEvent(QFocusEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
 
 private:
     bool handleRowKey(int iKey);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "CAnalyst.h"
+#include "CCover.h"
 #include "moduletest.h"
 #include "paintedhost.h"
 #include "tests/support/CPrivateServer.h"
@@ -57,6 +58,22 @@ private Q_SLOTS:
         // then
         QCOMPARE(paintedhost::fills(oAnalyst, 0, 4),
             QByteArrayList({"#00ff00", "#00ff00", "#308cc6", "#ff0000", "#ff0000"}));
+    }
+
+    void cellsThatWereCoveredAreThePaintedOnes()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        paintedhost::show(oAnalyst, 1);
+        CCover oCover(oAnalyst.cell(1, "title").united(oAnalyst.cell(2, "title")), qRgb(255, 0, 255));
+        // when
+        oHost.call("setRowColors", {"c:5x0,255,255"});
+        oHost.numRows();
+        oCover.remove();
+        // then
+        QTUTILS_WAIT_FOR(paintedhost::fills(oAnalyst, 0, 4)
+            == QByteArrayList({"#ffffff", "#ff0000", "#ff0000", "#ffffff", "#ffffff"}));
     }
 
     void theHostsArrayIsReadAtEachPaint()

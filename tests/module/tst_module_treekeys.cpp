@@ -182,12 +182,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        QByteArrayList lChildren(102);
-        for (int i = 2; i <= 101; i++)
-            lChildren[0] += QByteArray::number(i) + ',';
-        lChildren[0] += '1';
-        lChildren[1] = "2";
-        treehost::show(oAnalyst, lChildren);
+        treehost::show(oAnalyst, manyBranches());
         oAnalyst.click(oAnalyst.item(1));
         for (int i = 0; i < 10; i++)
             oScreen.click(oAnalyst.part("ListView").center(), Wheel);
@@ -203,8 +198,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        show(oAnalyst);
-        oScreen.click(oAnalyst.part("ListView").center());
+        treehost::show(oAnalyst, manyBranches());
         QCOMPARE(oAnalyst.focus(), "ListView");
         oServer.startLog();
         // when
@@ -219,6 +213,16 @@ private:
     static constexpr int Wheel = 5; ///< the button of a turn towards the end
 
     static void show(CAnalyst& oAnalyst) { treehost::show(oAnalyst, treehost::deepTree()); }
+
+    // More than there is room for, with a node below each.
+    static QByteArrayList manyBranches()
+    {
+        QByteArrayList lChildren(101, "200");
+        lChildren[0] = "1";
+        for (int i = 2; i <= 100; i++)
+            lChildren[0] += ',' + QByteArray::number(i);
+        return lChildren;
+    }
 
     static QStringList statements(const QList<int>& lNodes)
     {

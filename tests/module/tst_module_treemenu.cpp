@@ -18,11 +18,7 @@ class TestModuleTreeMenu : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("MALLOC_PERTURB_", "165"); // freed items aren't what they were
-        oServer.load(QStringLiteral("news.sql"));
-    }
+    void initTestCase() { oServer.load(QStringLiteral("news.sql")); }
 
     void aRightClickOpensTheMenuAtThePointer()
     {

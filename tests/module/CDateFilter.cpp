@@ -9,8 +9,6 @@ CDateFilter::CDateFilter(const CPrivateServer& oItsServer, CScreen& oScreen)
     : oAnalyst(oHost, oScreen)
     , oServer(oItsServer)
 {
-    // Qt looks for the keyboard's compose table by this locale, and complains if there is none.
-    oHost.command({"env", "LC_CTYPE", "C.UTF-8"});
     oHost.start();
     oAnalyst.showWindow();
     oHost.call("select", {"i:1"});

@@ -59,7 +59,6 @@ private Q_SLOTS:
         oServer.sql(u"SET GLOBAL innodb_flush_log_at_trx_commit=1"_s); // so that the data outlive a crash
         oServer.load(u"news.sql"_s);
         oServer.sql(u"CREATE USER 'guest'@'localhost' IDENTIFIED BY 'a password'"_s); // the reader's
-        qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
     }
 
     void theBoxSaysWhyTheDatabaseIsNotOpen_data()

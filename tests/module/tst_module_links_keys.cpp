@@ -14,11 +14,7 @@ class TestModuleLinksKeys : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        oServer.load(QStringLiteral("news.sql"));
-        qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
-    }
+    void initTestCase() { oServer.load(QStringLiteral("news.sql")); }
 
     void returnOnTheAddressCellIsADoubleClick_data()
     {

@@ -29,7 +29,6 @@ private Q_SLOTS:
             " (6, 6, 'signs', 'Fish &amp; chips: 5 < 7'),"
             " (7, 7, 'blanks', '  two  blanks\\tand a tab ');"
             "CREATE VIEW som.rich_train AS SELECT 1 node, 0.5 dist, id item FROM rich.document"));
-        qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
     }
 
     void thePanelFollowsTheCurrentRow()

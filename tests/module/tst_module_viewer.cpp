@@ -21,7 +21,6 @@ private Q_SLOTS:
             " (12, '2001-01-03', 'empty', ''),"
             " (13, '2001-01-04', 'null', NULL);"
             "INSERT INTO som.news_train SELECT 3, 0.5, id FROM news.document WHERE id > 9"));
-        qputenv("LC_CTYPE", "C.UTF-8"); // has a table of composed characters for the toolkit
     }
 
     void aDoubleClickOpensTheRowsText()

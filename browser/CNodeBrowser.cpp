@@ -192,6 +192,7 @@ void CNodeBrowser::showAgain()
 {
     move(iPosX, iPosY);
     resize(iWidth, iHeight);
+    setWindowState(windowState() & ~Qt::WindowMinimized); // a shown one comes back, too
     show();
     raise();
 }

@@ -267,9 +267,23 @@ void CListView::popup(QTreeWidgetItem* pItem, const QPoint& pos, int /*iColumn*/
 void CListView::contextMenuEvent(QContextMenuEvent* pEvent)
 {
     QTreeWidgetItem* pItem = itemAt(pEvent->pos());
-    if (pEvent->reason() == QContextMenuEvent::Keyboard)
+    QPoint oPlace = pEvent->globalPos();
+    if (pEvent->reason() == QContextMenuEvent::Keyboard) {
         pItem = currentItem();
-    popup(pItem, pEvent->globalPos(), pItem == nullptr ? -1 : columnAt(pEvent->pos().x()));
+        if (pItem != nullptr)
+            oPlace = viewport()->mapToGlobal(placeForMenu(pItem));
+    }
+    popup(pItem, oPlace, pItem == nullptr ? -1 : columnAt(pEvent->pos().x()));
+}
+
+// The middle of the node's number, or the nearest point in sight.
+QPoint CListView::placeForMenu(QTreeWidgetItem* pItem) const
+{
+    const QRect oSeen = viewport()->rect();
+    const QPoint oMiddle(
+        columnViewportPosition(NodeColumn) + columnWidth(NodeColumn) / 2, visualItemRect(pItem).center().y());
+    return {std::clamp(oMiddle.x(), oSeen.left(), oSeen.right()),
+        std::clamp(oMiddle.y(), oSeen.top(), oSeen.bottom())};
 }
 
 // Qt would make the first item current, which would choose a node that nobody asked for.

@@ -70,6 +70,7 @@ private:
     topicicons::Icons loadIcons();
     QTreeWidgetItem* buildTree(const NodeLists& vviNodes, const NodeData& oData);
     void showTree(QTreeWidgetItem* pRoot);
+    QPoint placeForMenu(QTreeWidgetItem* pItem) const;
     void adjustColumns(QTreeWidgetItem* pRoot);
 
     std::unique_ptr<QSqlQuery> pCursor;

@@ -209,6 +209,16 @@ private Q_SLOTS:
         QCOMPARE(oServer.log(), QStringList());
     }
 
+    void theKeysMenuOpensAtTheCurrentNode()
+    {
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        show(oAnalyst);
+        oAnalyst.click(oAnalyst.item(1));
+        oAnalyst.press({"Menu"});
+        QVERIFY(oAnalyst.item(1).contains(oAnalyst.part("popup").topLeft()));
+    }
+
 private:
     static constexpr int Wheel = 5; ///< the button of a turn towards the end
 

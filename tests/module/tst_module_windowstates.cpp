@@ -103,6 +103,21 @@ private Q_SLOTS:
         QCOMPARE(oScreen.place("Ombrel"), oPlace);
     }
 
+    void aShowBringsAMinimizedWindowBack()
+    {
+        // given
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        treehost::show(oAnalyst, Nodes);
+        const QRect oPlace = moveAndResize();
+        oScreen.minimize("Ombrel");
+        QTUTILS_WAIT_FOR(oScreen.shown().isEmpty());
+        // when
+        oAnalyst.showWindow();
+        // then
+        QTUTILS_WAIT_FOR(oScreen.place("Ombrel") == oPlace); // it flies up
+    }
+
     void aMaximizedWindowStaysAsLarge()
     {
         // given

@@ -89,8 +89,9 @@ QString CMapModel::sql() const
     }
     for (const QByteArray& oName : lTables) {
         add("CREATE TABLE som." + oName + " (node INT, dist DOUBLE, item INT)");
+        const QList<QList<int>> lNodes = lAssignments.value(oName);
         for (int i = 0; i < Nodes; i++)
-            for (const int iDocument : lAssignments[oName][i])
+            for (const int iDocument : lNodes[i])
                 add("INSERT INTO som." + oName + " VALUES (" + QByteArray::number(i) + ",0.5,"
                     + QByteArray::number(lDocuments[iDocument].iId) + ')');
         add("CREATE TABLE som." + oName.chopped(6)

@@ -61,7 +61,8 @@ QList<xcb_window_t> CScreen::clients() const
 {
     const QByteArray oList = property(pScreen->root, atom("_NET_CLIENT_LIST"));
     QList<xcb_window_t> lAll(oList.size() / qsizetype(sizeof(xcb_window_t)));
-    std::memcpy(lAll.data(), oList.constData(), std::size_t(oList.size()));
+    if (!oList.isEmpty())
+        std::memcpy(lAll.data(), oList.constData(), std::size_t(oList.size()));
     lAll.removeIf([this](xcb_window_t uWindow) {
         return !property(uWindow, XCB_ATOM_WM_CLASS).contains("Ombrel") || !isViewable(uWindow);
     });

@@ -14,6 +14,14 @@
 constexpr QPoint RootItem(60, 45);
 constexpr QPoint FirstRow(500, 64);
 
+/// Whether the address sanitizer is at work: it keeps freed memory for a while, takes more than a limited
+/// host may have, and counts what the C library keeps of a main thread that ended early as a leak.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool Sanitized = true;
+#else
+constexpr bool Sanitized = false;
+#endif
+
 /// Waits for a condition. The limit is for a hang only.
 #define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 20000)
 

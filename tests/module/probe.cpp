@@ -4,6 +4,7 @@
 // A look at the user interface from inside the host's process: what is shown, and where. It sees what anybody
 // can find by the widgets' names, reads it in the interface's own thread, and changes nothing.
 
+#include "eventmarks.h"
 #include "tests/support/pictures.h"
 
 #include <QAbstractButton>
@@ -23,8 +24,6 @@
 #include <cstring>
 #include <functional>
 #include <map>
-
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -257,14 +256,6 @@ const std::map<QString, Question>& questions()
     return Questions;
 }
 
-// Whatever the X server has sent until now is then in the application's own queue.
-void fetchEvents()
-{
-    xcb_connection_t* pConnection =
-        qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    std::free(xcb_get_input_focus_reply(pConnection, xcb_get_input_focus(pConnection), nullptr));
-}
-
 template <typename Action> void inInterface(Action action)
 {
     QMetaObject::invokeMethod(qApp, action, Qt::BlockingQueuedConnection);
@@ -280,8 +271,12 @@ extern "C" Q_DECL_EXPORT void probe_ask(int iFields, char** apcFields, char* pcA
     QStringList slFields;
     for (int i = 0; i < iFields; i++)
         slFields << QString::fromUtf8(apcFields[i]);
-    for (int i = 0; i < 4; i++)
-        inInterface(fetchEvents);
+    inInterface(eventmarks::send);
+    bool bCome = false;
+    while (!bCome)
+        inInterface([&] { bCome = eventmarks::hasCome(); });
+    for (int i = 0; i < 3; i++)
+        inInterface([] {});
     QByteArray oAnswer;
     inInterface([&] {
         viewers();

@@ -17,24 +17,24 @@ from typing import Any, NamedTuple
 import pymysql  # type: ignore[import]
 
 from mapmaker.progress import Track, silent
-from mapmaker.sources.document import Document
+from mapmaker.sources.document import LONGEST_ADDRESS, Document, is_safe_address
 
 ROWS_PER_INSERT = 500
 SECONDS_TO_WAIT = 60  # for readers that keep a table locked
 LONGEST_NAME = 40  # a table name of the server has up to 64 characters, ours get suffixes
 FILLED, REPLACED = "__new", "__old"
 
-DOCUMENT = """CREATE TABLE {} (
+DOCUMENT = f"""CREATE TABLE {{}} (
     `id` INT NOT NULL PRIMARY KEY,
     `date` DATETIME NOT NULL,
     `title` VARCHAR(255) NOT NULL,
-    `URL` VARCHAR(1000) NOT NULL,
+    `URL` VARCHAR({LONGEST_ADDRESS}) NOT NULL,
     `text` MEDIUMTEXT NOT NULL,
     `author` VARCHAR(255) NOT NULL,
     `urgency` VARCHAR(32) NOT NULL,
     `package` VARCHAR(255) NOT NULL
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
-WIDTHS = {"title": 255, "url": 1000, "author": 255, "urgency": 32, "package": 255}
+WIDTHS = {"title": 255, "author": 255, "urgency": 32, "package": 255}
 
 TRAIN = """CREATE TABLE {} (
     node INT NOT NULL,
@@ -125,7 +125,12 @@ def one_line(error: Exception) -> str:
 
 
 def document_row(number: int, document: Document) -> tuple[Any, ...]:
-    """One row of the document table, texts cut to the widths of their columns."""
+    """One row of the document table, texts cut to the widths of their columns.
+
+    Raises StoreError for an address that a reader's shell could take for more than an address.
+    """
+    if not is_safe_address(document.url):
+        raise StoreError(f"unsafe address {document.url!r} of document {document.title!r}")
     cut = document._replace(**{column: getattr(document, column)[:width] for column, width in WIDTHS.items()})
     return (number, *cut)
 

@@ -3,11 +3,20 @@
 
 #include "hostcolors.h"
 
+#include "hostmemory.h"
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-static float* pfLast;
+struct Array
+{
+    float* pfColors;
+    size_t uSize;
+};
+
+static struct Array oLast;
+static struct Array oBefore; /* the last one */
 
 struct Run
 {
@@ -54,18 +63,29 @@ static size_t count(const char* pcRows)
 float* colors_array(const char* pcRows)
 {
     if (strcmp(pcRows, "same") == 0)
-        return pfLast;
-    pfLast = malloc(3 * count(pcRows) * sizeof(float));
-    if (pfLast == NULL)
-        abort();
-    fill(pfLast, pcRows);
-    return pfLast;
+        return oLast.pfColors;
+    oBefore = oLast;
+    oLast.uSize = 3 * count(pcRows) * sizeof(float);
+    oLast.pfColors = memory_new(oLast.uSize);
+    fill(oLast.pfColors, pcRows);
+    return oLast.pfColors;
+}
+
+static void drop(struct Array* pArray)
+{
+    memory_give_back(pArray->pfColors, pArray->uSize);
+    pArray->pfColors = NULL;
 }
 
 bool colors_command(char** apcFields)
 {
-    if (strcmp(apcFields[0], "recolor") != 0)
+    if (strcmp(apcFields[0], "recolor") == 0)
+        fill(oLast.pfColors, apcFields[1]);
+    else if (strcmp(apcFields[0], "drop colors before") == 0)
+        drop(&oBefore);
+    else if (strcmp(apcFields[0], "drop colors") == 0)
+        drop(&oLast);
+    else
         return false;
-    fill(pfLast, apcFields[1]);
     return true;
 }

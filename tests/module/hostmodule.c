@@ -4,7 +4,7 @@
 #include "hostmodule.h"
 
 #include "binding/mirta_qtutils.h"
-#include "hostcolors.h"
+#include "hostarguments.h"
 
 #include <dlfcn.h>
 #include <stdbool.h>
@@ -15,8 +15,6 @@
 enum
 {
     MostArguments = 8,
-    Untouched = -7777,
-    CanarySize = 16,
     LongestName = 100
 };
 
@@ -31,15 +29,6 @@ typedef union
 static const char** ppcDefinition; /* of the module's one class */
 static void* pModule;
 static void* pHandle;
-
-struct Argument
-{
-    void* pSlot; /* null: the host passes null */
-    size_t uSize; /* of the memory at pSlot */
-    int iResults; /* number of int results */
-    bool bText; /* a text is the result */
-    bool bKept;
-};
 
 /* The name of the function in a prototype such as "void select(int iSelection)". */
 static void function_name(const char* pcPrototype, char* pcName)
@@ -113,121 +102,15 @@ void module_addresses(void)
         printf("%zu\n", (size_t)dlsym(pModule, apcSymbols[i]));
 }
 
-static void* memory(struct Argument* pArgument, size_t uSize)
-{
-    pArgument->uSize = uSize;
-    pArgument->pSlot = malloc(uSize);
-    if (pArgument->pSlot == NULL)
-        abort();
-    return pArgument->pSlot;
-}
-
-static void int_array(struct Argument* pArgument, const char* pcNumbers)
-{
-    int* piNumbers = memory(pArgument, (strlen(pcNumbers) + 1) * sizeof(int));
-    for (char* pcNext = NULL; *pcNumbers != '\0'; pcNumbers = *pcNext == ',' ? pcNext + 1 : pcNext)
-        *piNumbers++ = (int)strtol(pcNumbers, &pcNext, 10);
-}
-
-static void text(struct Argument* pArgument, const char* pcText)
-{
-    strcpy(memory(pArgument, strlen(pcText) + 1), pcText);
-}
-
-static void repeated_text(struct Argument* pArgument, const char* pcValue)
-{
-    const size_t uTimes = (size_t)atol(pcValue);
-    const char* pcOnce = strchr(pcValue, 'x') + 1;
-    const size_t uLength = strlen(pcOnce);
-    char* pcText = memory(pArgument, uTimes * uLength + 1);
-    pcText[0] = '\0';
-    for (size_t u = 0; u < uTimes; u++)
-        memcpy(pcText + u * uLength, pcOnce, uLength + 1);
-}
-
-static void int_results(struct Argument* pArgument, int iCount)
-{
-    int* piResults = memory(pArgument, (size_t)iCount * sizeof(int));
-    pArgument->iResults = iCount;
-    for (int i = 0; i < iCount; i++)
-        piResults[i] = Untouched;
-}
-
-static void text_result(struct Argument* pArgument, size_t uSize)
-{
-    char* pcBuffer = memory(pArgument, uSize + CanarySize);
-    pArgument->bText = true;
-    memset(pcBuffer, '~', uSize + CanarySize);
-    strcpy(pcBuffer, "untouched");
-}
-
-static void make_argument(struct Argument* pArgument, const char* pcField)
-{
-    const char* pcValue;
-    memset(pArgument, 0, sizeof *pArgument);
-    if (strcmp(pcField, "null") == 0)
-        return;
-    pcValue = strchr(pcField, ':') + 1;
-    if (pcField[0] == 'i' || pcField[0] == 'n')
-        int_array(pArgument, pcValue);
-    else if (pcField[0] == 't' || pcField[0] == 'k')
-        text(pArgument, pcValue);
-    else if (pcField[0] == 'r')
-        repeated_text(pArgument, pcValue);
-    else if (pcField[0] == 'c')
-        pArgument->pSlot = colors_array(pcValue);
-    else if (pcField[0] == 'o' && pcField[1] == 'i')
-        int_results(pArgument, atoi(pcValue));
-    else if (pcField[0] == 'o' && pcField[1] == 't')
-        text_result(pArgument, (size_t)atoi(pcValue));
-    else
-        abort();
-    if (pcField[0] == 'k' || pcField[0] == 'c')
-        pArgument->bKept = true;
-}
-
-static void append(char* pcResult, const char* pcText)
-{
-    const size_t uLength = strlen(pcResult);
-    snprintf(pcResult + uLength, ResultSize - uLength, "%s%s", uLength == 0 ? "" : " ", pcText);
-}
-
-static void append_results(const struct Argument* pArgument, char* pcResult)
-{
-    const int* piResults = pArgument->pSlot;
-    const char* pcText = pArgument->pSlot;
-    for (int i = 0; i < pArgument->iResults; i++) {
-        char acNumber[20];
-        snprintf(acNumber, sizeof acNumber, "%d", piResults[i]);
-        append(pcResult, acNumber);
-    }
-    if (!pArgument->bText)
-        return;
-    append(pcResult, pcText);
-    for (size_t u = pArgument->uSize - CanarySize; u < pArgument->uSize; u++)
-        if (pcText[u] != '~') {
-            append(pcResult, "OVERRUN");
-            return;
-        }
-}
-
-static void give_back(struct Argument* pArgument)
-{
-    if (pArgument->pSlot == NULL || pArgument->bKept)
-        return;
-    memset(pArgument->pSlot, 0x5a, pArgument->uSize);
-    free(pArgument->pSlot);
-}
-
 static void enter(const char* pcMethod, EntryPoint oEntry, void** apSlots, char* pcResult)
 {
     if (strcmp(pcMethod, "CNodeBrowser") == 0) {
         void* pBefore = pHandle;
         pHandle = oEntry.pfConstruct(NULL, apSlots);
         if (pHandle == NULL)
-            append(pcResult, "null");
+            append_text(pcResult, "null");
         else
-            append(pcResult, pHandle == pBefore ? "same window" : "window");
+            append_text(pcResult, pHandle == pBefore ? "same window" : "window");
     } else {
         oEntry.pfCall(pHandle, apSlots);
     }
@@ -247,13 +130,13 @@ void module_call(char** apcFields, int iFields, char* pcResult)
         return;
     }
     for (int i = 1; i < iFields; i++) {
-        make_argument(&aArguments[i], apcFields[i]);
+        argument_make(&aArguments[i], apcFields[i]);
         apSlots[i - 1] = aArguments[i].pSlot;
     }
     enter(apcFields[0], oEntry, bNoArray ? NULL : apSlots, pcResult);
     for (int i = 1; i < iFields; i++) {
-        append_results(&aArguments[i], pcResult);
-        give_back(&aArguments[i]);
+        argument_append_results(&aArguments[i], pcResult);
+        argument_give_back(&aArguments[i]);
     }
 }
 

@@ -26,15 +26,16 @@ void module_addresses(void);
 /* Calls a method of the class. The first field is its name, the others are its arguments:
 
    i:7        int                                      t:text   text
-   n:1,2,3    int array                                k:text   text that is kept after the call
-   r:3xab     text "ababab"
+   n:1,2,3    int array                                r:3xab   text "ababab"
+   s:1-999    int array of all these numbers           h:ff0a   text of these bytes
+   k:text     text that is kept after the call, and so are those of kr: and kh:
    c:4x120,255,255;1x0,0,0   row colours, see hostcolors.h; kept after the call
    oi:5       int array for 5 results                  ot:20    buffer for a text of 20 bytes
    null       null pointer                             no array   instead of all arguments: a null array
 
-   Whatever isn't kept is overwritten after the call. Results start as Untouched ("untouched" for a text);
-   they are put into the result text, separated by blanks. The constructor's result is "window", "same window"
-   for the handle that it returned before, or "null". */
+   Each lies in memory of its own, see hostmemory.h. Whatever isn't kept is given back after the call. Results
+   start as Untouched ("untouched" for a text); they are put into the result text, separated by blanks. The
+   constructor's result is "window", "same window" for the handle that it returned before, or "null". */
 void module_call(char** apcFields, int iFields, char* pcResult);
 
 /* Forgets the handle: further calls get null. */

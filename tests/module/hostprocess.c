@@ -135,6 +135,8 @@ bool process_command(char** apcFields, char* pcResult)
     else if (strcmp(apcFields[0], "library") == 0)
         snprintf(pcResult, ResultSize,
             dlopen(apcFields[1], RTLD_NOW | RTLD_LOCAL) == NULL ? "not loaded" : "loaded");
+    else if (strcmp(apcFields[0], "folder") == 0)
+        snprintf(pcResult, ResultSize, chdir(apcFields[1]) == 0 ? "there" : "not there");
     else if (strcmp(apcFields[0], "surroundings") == 0)
         print_surroundings();
     else if (strcmp(apcFields[0], "customize") == 0)

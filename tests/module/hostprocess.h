@@ -12,6 +12,7 @@
    leave CODE                                ends the main thread, then another one ends the process
    exec CODE                                 becomes a shell that ends with that code
    limit MEGABYTES                           lets the process have that much more memory than it has now
+   folder PATH                               makes it the working directory; the result is "there" or not
    library PATH                              loads a library for its initialisation
    surroundings                              prints locale, signal handling, environment, folder and mask
    customize                                 gives the process a locale, signal handling and mask of its own

@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QPointer>
 
+#include <cfenv>
 #include <csignal>
 #include <cstdio>
 #include <pthread.h>
@@ -113,8 +114,11 @@ bool CUserInterfaceThread::start()
     return bStarted;
 }
 
+// Threads inherit the floating-point mode, too. Qt needs the usual one: with exceptions that trap, it would
+// end the process.
 void CUserInterfaceThread::run()
 {
+    std::fesetenv(FE_DFL_ENV);
     while (waitForWork())
         nodeBrowser_thread(nullptr);
     takeDown();

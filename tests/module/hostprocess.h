@@ -11,11 +11,10 @@
    exit CODE, _exit CODE, quick_exit CODE    end the process
    leave CODE                                ends the main thread, then another one ends the process
    exec CODE                                 becomes a shell that ends with that code
+   pass MICROSECONDS                         lets that much time pass
    limit MEGABYTES                           lets the process have that much more memory than it has now
    folder PATH                               makes it the working directory; the result is "there" or not
    library PATH                              loads a library for its initialisation
-   surroundings                              prints locale, signal handling, environment, folder and mask
-   customize                                 gives the process a locale, signal handling and mask of its own
 
    False: the first field is none of them. */
 bool process_command(char** apcFields, char* pcResult);

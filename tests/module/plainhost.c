@@ -9,6 +9,7 @@
 #include "hostmodule.h"
 #include "hostprobe.h"
 #include "hostprocess.h"
+#include "hostsurroundings.h"
 
 #include <pthread.h>
 #include <signal.h>
@@ -156,7 +157,7 @@ static void run(char** apcFields, int iFields, char* pcResult)
 {
     pcResult[0] = '\0';
     if (process_command(apcFields, pcResult) || probe_command(apcFields, iFields, pcResult)
-        || colors_command(apcFields))
+        || colors_command(apcFields) || surroundings_command(apcFields, pcResult))
         return;
     if (strcmp(apcFields[0], "start") == 0)
         start(apcFields, iFields, pcResult);

@@ -20,6 +20,7 @@
 #include <QTextEdit>
 #include <QTreeWidget>
 
+#include <cfenv>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -233,6 +234,7 @@ const std::map<QString, Question>& questions()
         {u"table"_s, [](auto&) { return pictures::table(*table().model()); }},
         {u"cell"_s, [](auto& sl) { return QStringList(cell(sl)); }},
         {u"current"_s, [](auto&) { return QStringList(currentCell()); }},
+        {u"modes"_s, [](auto&) { return QStringList(u"%1 %2"_s.arg(fegetround()).arg(fegetexcept())); }},
         {u"rows"_s, [](auto&) { return QStringList(rowsInSight()); }},
         {u"tree"_s, [](auto&) { return pictures::tree(tree()); }},
         {u"columns"_s, [](auto&) { return QStringList(pictures::table(*tree().model()).first()); }},

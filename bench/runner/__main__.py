@@ -1,0 +1,71 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""Asks the questions; to be started by bench/run, which builds and starts server and display."""
+
+import argparse
+import sys
+import time
+from pathlib import Path
+
+from bench.runner.data import Data
+from bench.runner.measure import Line, compare, flatness, growth, sample
+from bench.runner.question import Question
+from bench.runner.questions import QUESTIONS
+from bench.runner.report import machine, table, write_json
+from bench.runner.worker import BenchError
+
+
+def arguments() -> argparse.Namespace:
+    parser = argparse.ArgumentParser(prog="bench/run")
+    names = [question.name for question in QUESTIONS]
+    parser.add_argument("case", nargs="*", metavar="case", help=f"questions to ask: {', '.join(names)}")
+    parser.add_argument("--programs", required=True, help=argparse.SUPPRESS)
+    parser.add_argument("--output", type=Path, default=Path("bench-out"), help="folder of the results")
+    parser.add_argument("--plot", action="store_true", help="draw pictures, too (needs python3-matplotlib)")
+    parser.add_argument(
+        "--up-to", type=int, default=sys.maxsize, metavar="SIZE", help="leave larger sizes out"
+    )
+    found = parser.parse_args()
+    unknown = set(found.case) - set(names)
+    if unknown:
+        parser.error(f"no such case: {', '.join(sorted(unknown))}")
+    return found
+
+
+def answer(question: Question, data: Data, programs: str, largest: int) -> list[Line]:
+    """The lines of a question; says how long it took."""
+    begin = time.monotonic()
+    question.prepare(data)
+    prepared = time.monotonic()
+    sizes = [size for size in question.rounds if size <= largest]
+    lines = [line for size in sizes for line in compare(question, size, sample(question, size, programs))]
+    if len(sizes) == len(question.rounds):
+        lines += [*growth(question, lines), *flatness(question, lines)]
+    end = time.monotonic()
+    print(f"-- {question.name}: data {prepared - begin:.1f} s, rounds {end - prepared:.1f} s", flush=True)
+    return lines
+
+
+def main() -> int:
+    options = arguments()
+    chosen = [question for question in QUESTIONS if not options.case or question.name in options.case]
+    try:
+        data = Data()
+        lines = [
+            line for question in chosen for line in answer(question, data, options.programs, options.up_to)
+        ]
+    except BenchError as error:
+        print(f"bench/run: {error}", file=sys.stderr)
+        return 1
+    print(f"\n{machine()['system']}, {machine()['cores']} cores\n\n{table(lines)}\n")
+    options.output.mkdir(exist_ok=True)
+    write_json(options.output / "bench.json", lines)
+    if options.plot:
+        from bench.runner import plots
+
+        plots.draw(lines, options.output)
+    print(f"{sum(line.misses() for line in lines)} goals missed; figures in {options.output}/bench.json")
+    return 0
+
+
+sys.exit(main())

@@ -1,0 +1,81 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""A side of a comparison: a process that answers a line with its figures and results."""
+
+import subprocess
+import sys
+from collections.abc import Sequence
+from threading import Timer
+from typing import NamedTuple
+
+LIMIT = 120.0  # seconds that a round may take
+MARK = "= "
+
+
+class BenchError(Exception):
+    """A run can't go on, or an answer is wrong; the message is one line."""
+
+
+class Answer(NamedTuple):
+    """Figures are compared; results must be the same on all sides."""
+
+    figures: dict[str, float]
+    results: dict[str, str]
+
+
+def parsed(line: str) -> Answer:
+    """Reads "figure=1.5 ... | result=abc ...". Raises BenchError when it is something else."""
+    try:
+        figures, results = ([word.split("=", 1) for word in part.split()] for part in line.split("|"))
+        return Answer({name: float(value) for name, value in figures}, {n: v for n, v in results})
+    except ValueError:
+        raise BenchError(f"not an answer: {line}") from None
+
+
+class Worker:
+    """A running side. It has answered that it is ready when the object is there."""
+
+    def __init__(self, command: Sequence[str]) -> None:
+        self._command = command
+        self._process = subprocess.Popen(
+            ["setpriv", "--pdeathsig", "KILL", *command],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            text=True,
+        )
+        self.ready = self._answer()
+
+    def go(self, *words: str) -> Answer:
+        """Runs a round."""
+        assert self._process.stdin
+        self._process.stdin.write(" ".join(words) + "\n")
+        self._process.stdin.flush()
+        return self._answer()
+
+    def close(self) -> None:
+        """Ends the input, which ends the process. Raises BenchError when it ends with an error."""
+        output, errors = self._process.communicate(timeout=LIMIT)
+        if self._process.returncode != 0 or output:
+            raise self._failure(output + errors)
+
+    def _answer(self) -> Answer:
+        assert self._process.stdout
+        timer = Timer(LIMIT, self._process.kill)
+        timer.start()
+        line = self._process.stdout.readline()
+        timer.cancel()
+        if not line.startswith(MARK):
+            self._process.kill()
+            raise self._failure(line + self._process.communicate()[1])
+        return parsed(line.removeprefix(MARK))
+
+    def _failure(self, said: str) -> BenchError:
+        last = said.strip().rpartition("\n")[2] or "nothing"
+        return BenchError(
+            f"{' '.join(self._command)} ended with {self._process.wait()}; it said last: {last}"
+        )
+
+
+def warn(text: str) -> None:
+    print(text, file=sys.stderr)

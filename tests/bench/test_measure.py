@@ -1,0 +1,112 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""Questions asked of sides that answer from a list, and what is made of their answers."""
+
+from collections.abc import Mapping
+
+import pytest
+
+from bench.runner.measure import Line, Samples, compare, flatness, growth, sample
+from bench.runner.question import LIMIT, MODULE, PEER, Question, Side
+from bench.runner.report import table
+from bench.runner.worker import Answer, BenchError, parsed
+
+SIDES = (Side(MODULE, "m", label="shown"), Side(LIMIT, "l"), Side(PEER, "p"))
+
+
+class Listed:
+    """Answers with its program's times, and says in which order it was asked."""
+
+    asked: list[str] = []
+    times: Mapping[str, list[float]] = {"m": [1.2, 3.0], "l": [1.0, 2.0], "p": [2.0, 5.0]}
+    rows = {"m": "7", "l": "7", "p": "7"}
+
+    def __init__(self, command: list[str]) -> None:
+        self.name = command[0].removeprefix("dir/bench_")
+        self.left = list(self.times[self.name])
+
+    def sample(self, size: int) -> Answer:
+        self.asked.append(self.name)
+        return Answer({"time": self.left.pop(0) * size}, {"rows": self.rows[self.name]})
+
+    def close(self) -> None:
+        self.asked.append("end")
+
+
+def question(sampler: type[Listed] = Listed) -> Question:
+    goals = {"time": {10: 1.3, 100: 1.4, 1000: 1.4}}
+    rounds = {10: 2, 100: 2, 1000: 2}
+    return Question(
+        "q", "", SIDES, rounds, lambda data: None, sampler=sampler, of_limit=goals, grows=("time",)
+    )
+
+
+def lines(size: int = 10) -> list[Line]:
+    return list(compare(question(), size, sample(question(), size, "dir")))
+
+
+def test_sides_are_asked_in_turn_and_ended() -> None:
+    Listed.asked.clear()
+    sample(question(), 10, "dir")
+    assert "".join(Listed.asked) == "mlpplm" + "end" * 3
+
+
+def test_a_different_result_fails() -> None:
+    class Wrong(Listed):
+        rows = {"m": "6", "l": "7", "p": "7"}
+
+    with pytest.raises(BenchError, match="q, 10: rows is 6 in m, but 7 in l"):
+        sample(question(Wrong), 10, "dir")
+
+
+def test_ratios_are_medians_of_rounds() -> None:
+    (line,) = lines()
+    assert (line.module, line.limit, line.peer) == (21.0, 15.0, 35.0)
+    assert line.of_limit == pytest.approx(1.35)
+    assert line.of_peer == pytest.approx(0.6)
+
+
+def test_a_ratio_above_its_goal_misses() -> None:
+    assert [lines(size)[0].misses() for size in (10, 100)] == [True, False]
+
+
+def test_a_value_can_have_a_goal() -> None:
+    side = SIDES[0]
+    asked = Question("q", "", (side,), {10: 1}, lambda data: None, absolute={"time": {10: 3}})
+    samples: Samples = {side: [Answer({"time": 4.0}, {})]}
+    (line,) = compare(asked, 10, samples)
+    assert (line.of_limit, line.limit_goal, line.misses()) == (4.0, 3, True)
+
+
+def test_growth_is_compared_with_the_limits() -> None:
+    module = {10: 1.0, 100: 20.0, 1000: 400.0}
+    given = [Line("q", "", "time", size, value, size / 10) for size, value in module.items()]
+    (line,) = growth(question(), given)
+    assert line.limit == pytest.approx(1.0)
+    assert line.of_limit == pytest.approx(0.30103)
+    assert line.misses()
+
+
+def test_a_larger_size_is_compared_with_a_smaller_one() -> None:
+    asked = Question("q", "", SIDES, {10: 1, 100: 1}, lambda data: None, flat={"time": (100, 10, 1.1)})
+    given = [Line("q", "", "time", 10, 1.0), Line("q", "", "time", 100, 1.2)]
+    (line,) = flatness(asked, given)
+    assert line.of_limit == pytest.approx(1.2)
+    assert line.misses()
+
+
+def test_answers_are_figures_and_results() -> None:
+    assert parsed("time=1.5e-3 own=7 | rows=3 first=2004-01-01T00:00:00") == Answer(
+        {"time": 0.0015, "own": 7.0}, {"rows": "3", "first": "2004-01-01T00:00:00"}
+    )
+
+
+@pytest.mark.parametrize("line", ["time=1.5", "time=fast |", "time |", "a=1 | b=2 | c=3"])
+def test_other_lines_are_no_answers(line: str) -> None:
+    with pytest.raises(BenchError, match="not an answer"):
+        parsed(line)
+
+
+def test_the_table_shows_times_in_milliseconds_and_misses() -> None:
+    row = table(lines()).splitlines()[2].replace(" ", "")
+    assert row == "|q|shown|10|time,ms|21,000|15,000|35,000|1.35|1.30|0.60||misses|"

@@ -76,11 +76,13 @@ void CTable::setSOMTable(QString sName)
 // A statement that fails leaves an inactive query: no rows and, on purpose, no message.
 std::shared_ptr<QSqlQuery> CTable::execute(const QString& sStatement)
 {
+    // A query of the connection would use what the driver has freed if it failed to open halfway.
+    if (!oSOMDatabase.isOpen())
+        return std::make_shared<QSqlQuery>();
     auto pQuery = std::make_shared<QSqlQuery>(oSOMDatabase);
     // Otherwise the driver turns fixed-point numbers into floating-point ones and drops their trailing zeros.
     pQuery->setNumericalPrecisionPolicy(QSql::HighPrecision);
-    if (oSOMDatabase.isOpen()) // else Qt would print a warning
-        pQuery->exec(sStatement);
+    pQuery->exec(sStatement);
     return pQuery;
 }
 

@@ -109,6 +109,12 @@ private Q_SLOTS:
         QTest::newRow("in the header") << 2 << oUnconnected << QByteArrayList();
         QTest::newRow("in the server's version") << 12 << oUnconnected << QByteArrayList();
         QTest::newRow("in the password's salt") << 40 << oUnconnected << QByteArrayList();
+        // The client library counts as connected then.
+        QTest::newRow("behind the password")
+            << 150 << "Server has gone away QMYSQL: Unable to open database 'som'"_ba
+            << QByteArrayList{
+                   "MySQL: Unable to set the client character set to utf8 (\"Server has gone away\"). "
+                   "Using 'utf8mb4' instead."};
     }
 
     void aGreetingThatIsCutOffIsSaidInTheBox()

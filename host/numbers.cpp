@@ -6,9 +6,11 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace {
+
+// From here on a number is rounded to infinity; up to here it is rounded to the largest float.
+constexpr double dTooLarge = 0x1.ffffffp127;
 
 template <typename T> std::optional<T> parseWhole(const std::string& sText)
 {
@@ -29,7 +31,7 @@ std::optional<double> parseNumber(const std::string& sText)
 {
     const std::optional<double> oNumber = parseWhole<double>(sText);
     // Also false for "nan", which from_chars reads.
-    const bool bFits = oNumber && std::abs(*oNumber) <= std::numeric_limits<float>::max();
+    const bool bFits = oNumber && std::abs(*oNumber) < dTooLarge;
     return bFits ? oNumber : std::nullopt;
 }
 

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr int iMostDepth = 64; // of brackets in each other: each level takes space on the stack
+
 // How a token is named in an error.
 std::string quoted(const SToken& oToken)
 {
@@ -65,6 +67,9 @@ std::string CScriptParser::resultVariable()
 // Arguments up to the closing token, which is taken; the end of a statement is left where it stands.
 std::vector<SExpression> CScriptParser::list(EToken eClose, const char* pcUnclosed)
 {
+    if (++iDepth > iMostDepth) {
+        throw CError("brackets stand more than " + std::to_string(iMostDepth) + " deep in each other");
+    }
     std::vector<SExpression> vList;
     while (!atListEnd(eClose)) {
         if (!vList.empty()) {
@@ -75,6 +80,7 @@ std::vector<SExpression> CScriptParser::list(EToken eClose, const char* pcUnclos
     if (eClose != EToken::eEnd && !takeIf(eClose)) {
         throw CError(pcUnclosed);
     }
+    --iDepth;
     return vList;
 }
 

@@ -37,4 +37,5 @@ private:
 
     std::vector<SToken> vTokens;
     std::size_t nPos = 0;
+    int iDepth = 0; // of the list that is read
 };

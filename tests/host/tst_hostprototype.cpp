@@ -89,6 +89,12 @@ private Q_SLOTS:
             QStringLiteral("can't read the prototype \"%1\"").arg(QString::fromLatin1(sText)));
     }
 
+    void aPrototypeWithControlCharactersGivesOneLine()
+    {
+        QCOMPARE(errorOf([] { CPrototype oPrototype("void f(\n\t\x1b[2J\x7f)"); }),
+            QStringLiteral("can't read the prototype \"void f(\\n\\t\\x1b[2J\\x7f)\""));
+    }
+
     void anArgumentIsLabelledByNumberAndName()
     {
         const CPrototype oPrototype("void f(int, int iSecond)");

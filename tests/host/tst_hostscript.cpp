@@ -98,6 +98,29 @@ private Q_SLOTS:
         QTEST(picture(sLine), "sPicture");
     }
 
+    void bracketsStandInEachOtherUpToALimit()
+    {
+        // the statement's own arguments are the first level
+        const auto line = [](int iDepth) {
+            return QStringLiteral("f ") + QStringLiteral("[").repeated(iDepth - 1)
+                + QStringLiteral("]").repeated(iDepth - 1);
+        };
+        QCOMPARE(error(line(64)), QStringLiteral("element 1 of an array must be a number, got an array"));
+        const QString sTooDeep = QStringLiteral("brackets stand more than 64 deep in each other");
+        QCOMPARE(error(line(65)), sTooDeep);
+        QCOMPARE(error(line(300000)), sTooDeep);
+        QCOMPARE(error(QStringLiteral("f ") + QStringLiteral("repeat(").repeated(65)), sTooDeep);
+        const QString sMany = QStringLiteral(" [1]").repeated(1000);
+        QCOMPARE(CScriptParser::statements((QStringLiteral("f") + sMany).toStdString())[0].vArguments.size(),
+            1000);
+    }
+
+    void theLargestFloatIsReadAsItIsWritten()
+    {
+        QCOMPARE(picture(QStringLiteral("f [3.4028235e+38 -3.4028235e+38]")),
+            QStringLiteral("f{3.4028235e+38 -3.4028235e+38}"));
+    }
+
     void aVariableStandsWhereverAnArgumentStands()
     {
         CVariables oVariables;
@@ -136,7 +159,10 @@ private Q_SLOTS:
         row("f [1 x]", "element 2 of an array must be a number, got text \"x\"");
         row("f [\"1\"]", "element 1 of an array must be a number, got text \"1\"");
         row("f [1e39]", "element 1 of an array must be a number, got text \"1e39\"");
+        row("f [3.4028236e38]", "element 1 of an array must be a number, got text \"3.4028236e38\"");
         row("f [nan]", "element 1 of an array must be a number, got text \"nan\"");
+        row("f [\"a\\nb\\tc\"]", "element 1 of an array must be a number, got text \"a\\nb\\tc\"");
+        row("f 1 -> \"\\n\"", "\"->\" needs the name of a variable, not \"\\n\"");
         row("f long[5]", "\"long[\" begins no result buffer; known are int[N], float[N] and char[N]");
         row("f int[]", "a result buffer needs one length, such as int[5]");
         row("f int[1 2]", "a result buffer needs one length, such as int[5]");

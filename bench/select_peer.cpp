@@ -5,35 +5,16 @@
 // all rows. Arguments as those of select_module.cpp.
 
 #include "memory.h"
+#include "peer.h"
 #include "workerloop.h"
 
 #include <QApplication>
 #include <QDateTime>
 #include <QHeaderView>
-#include <QSqlDatabase>
 #include <QSqlQueryModel>
 #include <QTableView>
 
 namespace {
-
-QString documentsOf(const QString& sSOMTable, const QString& sSourceDatabase, const QString& sNode)
-{
-    return QStringLiteral("SELECT node, dist, document.* FROM %1, %2.document WHERE %2.document.id=%1.item "
-                          "AND node=%3 ORDER BY date")
-        .arg(sSOMTable, sSourceDatabase, sNode);
-}
-
-QSqlDatabase connection(const QString& sDatabase)
-{
-    QSqlDatabase oDatabase = QSqlDatabase::addDatabase(QStringLiteral("QMYSQL"));
-    oDatabase.setHostName(qEnvironmentVariable("MYSQL_HOST"));
-    oDatabase.setUserName(qEnvironmentVariable("MYSQL_USER"));
-    oDatabase.setPassword(qEnvironmentVariable("MYSQL_PWD"));
-    oDatabase.setDatabaseName(sDatabase);
-    if (!oDatabase.open())
-        workerloop::fail("no connection");
-    return oDatabase;
-}
 
 void showTitleAndDate(QTableView& oView, const QSqlQueryModel& oModel)
 {
@@ -48,7 +29,7 @@ void showTitleAndDate(QTableView& oView, const QSqlQueryModel& oModel)
 int main(int iArguments, char** apcArguments)
 {
     QApplication oApplication(iArguments, apcArguments);
-    const QSqlDatabase oDatabase = connection(QString::fromLocal8Bit(apcArguments[1]));
+    const QSqlDatabase oDatabase = peer::connection(apcArguments[1]);
     QSqlQueryModel oModel;
     QTableView oView;
     oView.horizontalHeader()->setResizeContentsPrecision(-1); // all rows
@@ -69,8 +50,7 @@ int main(int iArguments, char** apcArguments)
     oReady.figure("own", double(memory::own()));
     oReady.figure("resident", double(memory::resident()));
     workerloop::serve(oReady, [&](const workerloop::Words& vsWords) {
-        const QString sStatement = documentsOf(QString::fromLocal8Bit(apcArguments[2]),
-            QString::fromLocal8Bit(apcArguments[3]), QString::fromStdString(vsWords.at(0)));
+        const QString sStatement = peer::documentsOf(apcArguments[2], apcArguments[3], vsWords.at(0));
         CReport oReport;
         memory::resetPeak();
         oReport.figure("time", workerloop::seconds([&] { select(sStatement); }));

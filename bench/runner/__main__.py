@@ -50,7 +50,7 @@ def main() -> int:
     options = arguments()
     chosen = [question for question in QUESTIONS if not options.case or question.name in options.case]
     try:
-        data = Data()
+        data = Data(options.up_to)
         lines = [
             line for question in chosen for line in answer(question, data, options.programs, options.up_to)
         ]

@@ -33,9 +33,10 @@ HUGE_ROWS = 1000  # with and without the huge text
 
 
 class Data:
-    """Makes tables on demand, each once."""
+    """Makes tables on demand, each once, and none larger than a size."""
 
-    def __init__(self) -> None:
+    def __init__(self, largest: int) -> None:
+        self._largest = largest
         self._texts = Texts()
         self._made: set[str] = set()
         self._connection = self._connect()
@@ -51,6 +52,7 @@ class Data:
         number n has the first n of them."""
         if not self._is_new(name):
             return
+        sizes = [size for size in sizes if size <= self._largest]
         self._make_documents(name, "VARCHAR(200)")
         self._fill(f"bench_{name}.document", (self._document(i, length) for i in range(1, max(sizes) + 1)))
         self._fill(

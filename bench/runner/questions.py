@@ -6,9 +6,12 @@ from bench.runner.data import SOM, Data
 from bench.runner.question import LIMIT, MODULE, PEER, Fresh, Question, Side
 from bench.runner.worker import Answer, Worker
 
-REPETITIONS = 4  # of a selection whose memory is measured
+REPETITIONS = 2  # of a selection whose memory is measured
 TEXT_SIZES = (100, 1_000, 10_000, 100_000)
 TEXT_LENGTH = 2000
+DATE_SIZES = (100, 1_000, 10_000, 100_000, 1_000_000)
+DATE_LENGTH = 20
+CALLS = 5_000
 
 
 def same(sizes: tuple[int, ...], goal: float) -> dict[int, float]:
@@ -33,6 +36,10 @@ def memory_of_selections(worker: Worker, size: int) -> Answer:
     return Answer({"first": own[0], "repeated": own[-1], "peak": peak}, answers[-1].results)
 
 
+def prepare_dates(data: Data) -> None:
+    data.documents("dates", DATE_SIZES, DATE_LENGTH)
+
+
 TEXTS = documents("texts")
 SELECT = (
     Side(MODULE, "select_module", (*TEXTS, "hidden"), "hidden"),
@@ -40,6 +47,8 @@ SELECT = (
     Side(LIMIT, "select_limit", TEXTS),
     Side(PEER, "select_peer", (*TEXTS, "shown")),
 )
+DATES = documents("dates")
+DATE_GOALS = {1_000: 2.5, **same((10_000, 100_000, 1_000_000), 1.5)}
 
 QUESTIONS = (
     Question(
@@ -56,11 +65,38 @@ QUESTIONS = (
         "memory",
         "memory that a selection adds",
         SELECT[1:],
-        {1_000: 3, 10_000: 3, 100_000: 3},
+        {1_000: 3, 10_000: 3, 100_000: 2},
         prepare_texts,
         figures=("first", "repeated", "peak"),
         sampler=Fresh(memory_of_selections),
         of_limit={figure: same((10_000, 100_000), 1.05) for figure in ("first", "repeated", "peak")},
         grows=("first",),
+    ),
+    Question(
+        "dates",
+        "fillDate, and markRow that finds no row",
+        (
+            Side(MODULE, "dates_module", DATES),
+            Side(LIMIT, "dates_limit", DATES),
+            Side(PEER, "dates_peer", DATES),
+        ),
+        {1_000: 15, 10_000: 9, 100_000: 7, 1_000_000: 3},
+        prepare_dates,
+        figures=("fill", "mark"),
+        of_limit={"fill": DATE_GOALS, "mark": DATE_GOALS},
+        grows=("fill", "mark"),
+    ),
+    Question(
+        "calls",
+        "an answered call, getNumRows, all threads on one core",
+        (
+            Side(MODULE, "calls_module", (*DATES, "100")),
+            Side(LIMIT, "calls_limit", ("100",)),
+            Side(PEER, "calls_peer", ("100",)),
+        ),
+        {CALLS: 15},
+        prepare_dates,
+        figures=("median", "p99"),
+        of_limit={"median": {CALLS: 1.15}, "p99": {CALLS: 1.3}},
     ),
 )

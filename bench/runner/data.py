@@ -59,13 +59,15 @@ class Data:
             f"{SOM}.{name}_train", (f"{size}\t{i / 7:.3f}\t{i}" for size in sizes for i in range(1, size + 1))
         )
 
-    def map(self, size: int) -> None:
+    def maps(self, sizes: Iterable[int]) -> None:
         """Nodes without documents, with keywords: tables map<size>_train and map<size>_som."""
-        name = f"map{size}"
-        if not self._is_new(name):
-            return
-        self._execute(TRAIN.format(f"{SOM}.{name}_train"), KEYWORDS.format(f"{SOM}.{name}_som"))
-        self._fill(f"{SOM}.{name}_som", (f"{i}\t{i % 24}\t{self._texts.keywords(i)}" for i in range(size)))
+        for size in sizes:
+            name = f"map{size}"
+            if size <= self._largest and self._is_new(name):
+                self._execute(TRAIN.format(f"{SOM}.{name}_train"), KEYWORDS.format(f"{SOM}.{name}_som"))
+                self._fill(
+                    f"{SOM}.{name}_som", (f"{i}\t{i % 24}\t{self._texts.keywords(i)}" for i in range(size))
+                )
 
     def bare_map(self) -> None:
         """A table bare_train without a keyword table."""

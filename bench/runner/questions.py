@@ -12,6 +12,8 @@ TEXT_LENGTH = 2000
 DATE_SIZES = (100, 1_000, 10_000, 100_000, 1_000_000)
 DATE_LENGTH = 20
 CALLS = 5_000
+TREE_SIZES = (1_000, 10_000, 100_000)
+LARGE_TREE = 1_000_000
 
 
 def same(sizes: tuple[int, ...], goal: float) -> dict[int, float]:
@@ -40,6 +42,24 @@ def prepare_dates(data: Data) -> None:
     data.documents("dates", DATE_SIZES, DATE_LENGTH)
 
 
+def prepare_maps(data: Data) -> None:
+    data.documents("few", (100,), DATE_LENGTH)
+    data.bare_map()
+    data.maps(TREE_SIZES)
+
+
+def prepare_large_map(data: Data) -> None:
+    prepare_maps(data)
+    data.maps((LARGE_TREE,))
+
+
+def memory_of_tree(worker: Worker, size: int) -> Answer:
+    """What a filled tree adds to the process."""
+    before = worker.ready.figures["own"]
+    answer = worker.go(str(size))
+    return Answer({"memory": answer.figures["own"] - before}, answer.results)
+
+
 TEXTS = documents("texts")
 SELECT = (
     Side(MODULE, "select_module", (*TEXTS, "hidden"), "hidden"),
@@ -49,6 +69,12 @@ SELECT = (
 )
 DATES = documents("dates")
 DATE_GOALS = {1_000: 2.5, **same((10_000, 100_000, 1_000_000), 1.5)}
+FEW = "bench_few"
+TREE = (
+    Side(MODULE, "tree_module", (SOM, "map", FEW)),
+    Side(LIMIT, "tree_limit", (SOM, "map")),
+    Side(PEER, "tree_peer", (SOM,)),
+)
 
 QUESTIONS = (
     Question(
@@ -98,5 +124,59 @@ QUESTIONS = (
         prepare_dates,
         figures=("median", "p99"),
         of_limit={"median": {CALLS: 1.15}, "p99": {CALLS: 1.3}},
+    ),
+    Question(
+        "tree",
+        "from the hierarchy to the filled tree with keywords, window shown",
+        TREE,
+        {1_000: 15, 10_000: 9, 100_000: 5},
+        prepare_maps,
+        of_limit={"time": {1_000: 2.0, 10_000: 1.4, 100_000: 1.4}},
+        grows=("time",),
+    ),
+    Question(
+        "bare-tree",
+        "the same without a keyword table",
+        (Side(MODULE, "tree_module", (SOM, "bare", FEW)), Side(LIMIT, "tree_limit", (SOM, "bare"))),
+        {1_000: 15, 10_000: 9, 100_000: 5},
+        prepare_maps,
+        of_limit={"time": same(TREE_SIZES, 3)},
+        grows=("time",),
+    ),
+    Question(
+        "tree-memory",
+        "memory that a filled tree adds",
+        TREE[:2],
+        {100_000: 2, LARGE_TREE: 2},
+        prepare_large_map,
+        figures=("memory",),
+        sampler=Fresh(memory_of_tree),
+        of_limit={"memory": {LARGE_TREE: 1.4}},
+    ),
+    Question(
+        "items",
+        "the host selects a node without documents: the tree's item becomes current",
+        (
+            Side(MODULE, "items_module", (SOM, FEW)),
+            Side(LIMIT, "items_limit", (SOM, FEW)),
+            Side(PEER, "items_peer", (SOM, FEW)),
+        ),
+        {1_000: 9, 10_000: 7, 100_000: 5},
+        prepare_maps,
+        of_limit={"time": same(TREE_SIZES, 2.5)},
+        grows=("time",),
+    ),
+    Question(
+        "open-tree",
+        "open all nodes of the tree",
+        (
+            Side(MODULE, "opentree_module", (SOM, FEW)),
+            Side(LIMIT, "opentree_limit"),
+            Side(PEER, "opentree_peer", (SOM,)),
+        ),
+        {1_000: 9, 10_000: 7, 100_000: 5},
+        prepare_maps,
+        of_limit={"time": same(TREE_SIZES, 1.3)},
+        grows=("time",),
     ),
 )

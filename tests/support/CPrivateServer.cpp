@@ -133,8 +133,24 @@ void CPrivateServer::kill()
     oServer.waitForFinished(LongestWait);
 }
 
+void CPrivateServer::stop()
+{
+    oServer.terminate();
+    oServer.waitForFinished(LongestWait);
+}
+
 void CPrivateServer::restart()
 {
     kill();
     start();
+}
+
+void CPrivateServer::halt() const
+{
+    ::kill(pid_t(oServer.processId()), SIGSTOP);
+}
+
+void CPrivateServer::goOn() const
+{
+    ::kill(pid_t(oServer.processId()), SIGCONT);
 }

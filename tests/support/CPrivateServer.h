@@ -35,8 +35,14 @@ public:
 
     /// Ends the server at once, as a crash would.
     void kill();
-    /// Starts it again on the same data.
+    /// Shuts it down in good order; waits until it has ended.
+    void stop();
+    bool isRunning() const { return oServer.state() != QProcess::NotRunning; }
+    /// Starts it again on the same data, at the same socket.
     void restart();
+    /// Halts the server's process, so that it answers nobody, and lets it go on.
+    void halt() const;
+    void goOn() const;
 
 private:
     void start();

@@ -6,6 +6,7 @@
 
 #include "eventmarks.h"
 #include "tests/support/pictures.h"
+#include "tests/support/spelling.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -267,6 +268,7 @@ template <typename Action> void inInterface(Action action)
 
 /// Answers a question; the lines of the answer are separated by vertical tabs. Each turn lets the event loop
 /// go round: the events that are there at the first one, and what follows from them, are handled by the last.
+/// With "spell" in front of the question the answer is one line; see spelling::spelled().
 /// [host-thread]
 extern "C" Q_DECL_EXPORT void probe_ask(int iFields, char** apcFields, char* pcAnswer, std::size_t uSize)
 {
@@ -279,13 +281,15 @@ extern "C" Q_DECL_EXPORT void probe_ask(int iFields, char** apcFields, char* pcA
         inInterface([&] { bCome = eventmarks::hasCome(); });
     for (int i = 0; i < 3; i++)
         inInterface([] {});
+    const bool bSpelled = slFields.removeAll(u"spell"_s) > 0;
     QByteArray oAnswer;
     inInterface([&] {
         viewers();
         const auto pQuestion = questions().find(slFields.takeFirst());
         if (pQuestion == questions().end())
             qFatal("probe: no such question");
-        oAnswer = pQuestion->second(slFields).join(u'\v').replace(u'\n', u'\v').toUtf8();
+        QString sAnswer = pQuestion->second(slFields).join(u'\n');
+        oAnswer = bSpelled ? spelling::spelled(sAnswer) : sAnswer.replace(u'\n', u'\v').toUtf8();
     });
     if (std::size_t(oAnswer.size()) >= uSize)
         qFatal("probe: the answer is too long");

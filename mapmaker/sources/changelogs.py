@@ -19,13 +19,15 @@ HEADER = re.compile(
     re.MULTILINE,
 )
 TRAILER = re.compile(
-    r"^ -- (?P<author>[^<\n]*?) *<[^>\n]*> +(?:[A-Za-z]{3}, *)?(?P<day>\d{1,2}) +(?P<month>[A-Za-z]{3})[a-z]*"
+    r"^ -- (?P<author>[^<\n]*)<[^>\n]*> +(?:[A-Za-z]{3}, *)?(?P<day>\d{1,2}) +(?P<month>[A-Za-z]{3})[a-z]*"
     r" +(?P<year>\d{4}) +(?P<hour>\d{1,2}):(?P<minute>\d\d):(?P<second>\d\d)\b",
     re.MULTILINE,
 )
 URGENCY = re.compile(r"urgency\s*=\s*([a-z]+)", re.IGNORECASE)
 MONTHS = "jan feb mar apr may jun jul aug sep oct nov dec".split()
 EARLIEST_YEAR = 1990
+MOST_BYTES = 64 * 1024 * 1024  # read of one file: a small compressed one may hold far more
+BLANKED = {code: " " for code in (*range(0x20), *range(0x7F, 0xA0)) if chr(code) not in "\t\n"}
 
 
 class Entry(NamedTuple):
@@ -38,11 +40,12 @@ class Entry(NamedTuple):
 
 
 def decode(content: bytes) -> str:
-    """Text of a changelog; lines that are not UTF-8 are read as Windows-1252."""
+    """Text of a changelog; lines that are not UTF-8 are read as Windows-1252, control characters as blanks."""
     try:
-        return content.decode("utf-8")
+        text = content.decode("utf-8")
     except UnicodeDecodeError:
-        return "\n".join(decode_line(line) for line in content.split(b"\n"))
+        text = "\n".join(decode_line(line) for line in content.split(b"\n"))
+    return text.translate(BLANKED)
 
 
 def decode_line(line: bytes) -> str:
@@ -74,6 +77,7 @@ def parse(text: str, folder: str) -> Iterator[Entry]:
     Entries without a trailer line or with an impossible date are left out, and so are rebuilds
     by machine (binary-only), which all say the same.
     """
+    text = text.expandtabs()
     headers = list(HEADER.finditer(text))
     ends = [header.start() for header in headers[1:]] + [len(text)]
     package = os.path.basename(folder)
@@ -84,12 +88,12 @@ def parse(text: str, folder: str) -> Iterator[Entry]:
         if trailer is None or date is None or "binary-only=yes" in header["options"].lower():
             continue
         urgency = URGENCY.search(header["options"])
-        body = textwrap.dedent(text[header.end() : trailer.start()].expandtabs()).strip()
+        body = textwrap.dedent(text[header.end() : trailer.start()]).strip()
         document = Document(
             date=date,
             title=f"{header['source']} {header['version']}",
             url=address,
-            text=body.replace("\0", " "),
+            text=body,
             author=trailer["author"].strip(' "'),
             urgency=urgency[1].lower() if urgency else "",
             package=package,
@@ -122,7 +126,7 @@ def read_file(path: str) -> Iterator[Entry]:
     """Entries of one file; a file that is no changelog, or is damaged, has none."""
     try:
         with gzip.open(path) as stream:
-            content = stream.read()
+            content = stream.read(MOST_BYTES)
     except (OSError, EOFError, zlib.error):
         return iter(())
     return parse(decode(content), os.path.dirname(path))

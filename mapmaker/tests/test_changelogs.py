@@ -53,6 +53,42 @@ def test_lines_that_are_not_utf8_are_windows_1252() -> None:
     assert changelogs.decode("Größe\n".encode() + b"Gr\xf6\xdfe \x80\x81") == "Größe\nGröße €\ufffd"
 
 
+@pytest.mark.parametrize("sign", ["\r", "\x1b", "\x7f", "\x85", "\0", "\x0c"])
+def test_control_characters_are_blanks(sign: str) -> None:
+    text = changelogs.decode(entry("foo", "1", text=f"a{sign}b").replace("Ann", f"An{sign}n").encode())
+    (found,) = changelogs.parse(text, "/doc/foo")
+    assert (found.document.text, found.document.author) == ("* a b", "An n Author")
+
+
+def test_tabs_are_blanks() -> None:
+    text = entry("foo", "1", text="a\tb").replace("Ann Author", "Ann\tAuthor")
+    (found,) = changelogs.parse(text, "/doc/foo")
+    assert (found.document.text, found.document.author) == ("* a   b", "Ann Author")
+
+
+def test_a_version_with_a_control_character_is_none() -> None:
+    assert list(changelogs.parse(changelogs.decode(entry("foo", "1\0").encode()), "/doc/foo")) == []
+
+
+def test_a_huge_line_takes_no_huge_time() -> None:
+    # in work that grows with the square of the length, these would take days
+    blanks = " " * 2_000_000
+    for line in (
+        f" -- {blanks}",
+        f" -- Ann <{blanks}",
+        f" -- Ann <a> {blanks}",
+        f"foo (1){blanks}a",
+        f"foo ({blanks}",
+    ):
+        text = entry("foo", "2").replace("\n -- ", f"\n{line}\n -- ") + line
+        assert [found.version for found in changelogs.parse(text, "/doc/foo")] == ["2"]
+
+
+def test_of_a_file_that_unpacks_to_far_more_the_beginning_is_read(tmp_path: Path) -> None:
+    put(tmp_path, "foo", entry("foo", "1") + "\n" * changelogs.MOST_BYTES + entry("foo", "0"))
+    assert titles(tmp_path) == ["foo 1"]
+
+
 @pytest.mark.parametrize(
     "broken",
     [

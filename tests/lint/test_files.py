@@ -13,7 +13,7 @@ import pytest
 import rules
 
 TOP = Path(__file__).resolve().parents[2]
-SKIPPED = re.compile(r"build|demo-out$|\.git$|\.cache$|\.mypy_cache$|\.pytest_cache$|__pycache__$")
+SKIPPED = re.compile(r"build|corpus$|demo-out$|\.git$|\.cache$|\.mypy_cache$|\.pytest_cache$|__pycache__$")
 CPP = (".h", ".cpp", ".c")
 
 

@@ -214,6 +214,20 @@ void CScreen::close(const QByteArray& oTitle) const
     xcb_flush(pConnection);
 }
 
+void CScreen::closeAll(const QByteArray& oTitle) const
+{
+    for (const xcb_window_t uWindow : clients())
+        if (title(uWindow) == oTitle)
+            send(uWindow, "_NET_CLOSE_WINDOW");
+    xcb_flush(pConnection);
+}
+
+void CScreen::throwOut(const QByteArray& oTitle) const
+{
+    xcb_kill_client(pConnection, find(oTitle).value_or(0));
+    xcb_flush(pConnection);
+}
+
 void CScreen::drive(const QByteArrayList& lArguments) const
 {
     QStringList slArguments;

@@ -53,8 +53,11 @@ public:
     void move(const QByteArray& oTitle, const QPoint& oPlace) const;
     void resize(const QByteArray& oTitle, const QSize& oSize) const;
     void minimize(const QByteArray& oTitle) const;
-    /// Closes a window by way of the window manager, as its button does.
+    /// Closes a window, or all of that title, by way of the window manager, as its button does.
     void close(const QByteArray& oTitle) const;
+    void closeAll(const QByteArray& oTitle) const;
+    /// Closes the display's connection of the program that has made the window.
+    void throwOut(const QByteArray& oTitle) const;
 
 private:
     void drive(const QByteArrayList& lArguments) const;

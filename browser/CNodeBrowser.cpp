@@ -19,7 +19,6 @@
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QSqlRecord>
-#include <QTreeWidget>
 
 CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString somDatabase,
     QString sourceDatabase, int* piThreadFlag, pthread_mutex_t* pFlagMutex, pthread_cond_t* pCond,
@@ -97,8 +96,8 @@ void CNodeBrowser::connectParts()
     connect(pTable, qOverload<QSqlRecord*>(&CDataTable::currentChanged), this, &CNodeBrowser::setText);
     connect(pTable, qOverload<int, int, int, const QPoint&>(&CDataTable::doubleClicked), this,
         &CNodeBrowser::openFullView);
-    connect(pListView, &QTreeWidget::currentItemChanged, this,
-        qOverload<QTreeWidgetItem*>(&CNodeBrowser::selection));
+    connect(pListView, &CListView::currentItemChanged, this,
+        qOverload<const QModelIndex&>(&CNodeBrowser::selection));
     connect(pDateEdit, &QDateTimeEdit::dateTimeChanged, this, &CNodeBrowser::dateChanged);
     connect(pCheckDate, &QCheckBox::toggled, this, &CNodeBrowser::checkBoxChanged);
 }
@@ -171,11 +170,9 @@ void CNodeBrowser::selectForHost(int iNode)
 // A node that the tree doesn't have leaves nothing current.
 void CNodeBrowser::markTreeItem(int iNode)
 {
-    const auto lItems = pListView->findItems(
-        QString::number(iNode), Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive, 0);
-    QTreeWidgetItem* pItem = lItems.value(0);
-    pListView->setCurrentItem(pItem);
-    pListView->scrollToItem(pItem);
+    const QModelIndex oItem = pListView->find(iNode);
+    pListView->setCurrentIndex(oItem);
+    pListView->scrollTo(oItem);
 }
 
 void CNodeBrowser::fillTree(const std::vector<std::vector<int>>* pvviNodes)
@@ -258,10 +255,10 @@ void CNodeBrowser::selection(int iNode)
     pTable->selection(iNode);
 }
 
-void CNodeBrowser::selection(QTreeWidgetItem* pItem)
+void CNodeBrowser::selection(const QModelIndex& oItem)
 {
-    if (!bHostSelect && pItem != nullptr)
-        selection(pItem->text(0).toInt());
+    if (!bHostSelect && oItem.isValid())
+        selection(pListView->node(oItem));
 }
 
 void CNodeBrowser::setText(QSqlRecord* pRecord)

@@ -17,9 +17,9 @@ class CTable;
 class CTextView;
 class QBoxLayout;
 class QCheckBox;
+class QModelIndex;
 class QSplitter;
 class QSqlRecord;
-class QTreeWidgetItem;
 
 /// The browser window: the tree of the map's nodes, the table of the chosen node's documents, the text of the
 /// current document, a date filter and the menus. Carries out the host's commands. [ui-thread]
@@ -53,8 +53,8 @@ public Q_SLOTS:
     void openFullView(int row, int col, int button, const QPoint& pos);
     /// Puts the record's field "text" into the text panel.
     void setText(QSqlRecord* pRecord);
-    /// Shows the documents of a tree item's node; null is ignored.
-    void selection(QTreeWidgetItem* pItem);
+    /// Shows the documents of a tree item's node; an invalid item is ignored.
+    void selection(const QModelIndex& oItem);
     void dateChanged(const QDateTime& oDateTime);
     void checkBoxChanged(bool bChecked);
     /// Inverts the mark of an entry of the Show menu.

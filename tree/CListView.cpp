@@ -3,7 +3,10 @@
 
 #include "CListView.h"
 
+#include "CKeywordTable.h"
 #include "CListViewItem.h"
+#include "CNodeModel.h"
+#include "CNumberWidths.h"
 #include "data/CWidestText.h"
 #include "data/somconnection.h"
 #include "keywords.h"
@@ -14,40 +17,26 @@
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QSqlQuery>
-#include <QVariant>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int NodeColumn = 0;
-constexpr int KeywordColumn = 1;
+constexpr int NodeColumn = CListViewItem::NodeColumn;
+constexpr int KeywordColumn = CListViewItem::KeywordColumn;
 constexpr int FilledWidth = 340; ///< least width in pixels once the tree has been filled
-constexpr int NoTopic = -1;
+constexpr signed char NoSign = -1;
 
 } // namespace
 
-/// What the keyword table says about the nodes; empty without one.
-struct CListView::NodeData
-{
-    std::vector<int> viTopics;
-    QStringList slKeywords;
-    topicicons::Icons oIcons;
-
-    QIcon icon(int iNode) const
-    {
-        const bool bKnown = iNode >= 0 && std::size_t(iNode) < viTopics.size();
-        return bKnown ? oIcons.forTopic(viTopics[std::size_t(iNode)]) : QIcon();
-    }
-};
-
 CListView::CListView(QWidget* pParent, const char* name)
-    : QTreeWidget(pParent)
+    : QTreeView(pParent)
+    , pModel(new CNodeModel(this))
     , pPopupMenu(new QMenu(this))
 {
     setObjectName(QLatin1String(name));
     setFont(QFont(QStringLiteral("Sans Serif"), 8));
-    setHeaderLabels({QStringLiteral("Nodes"), QStringLiteral("Keywords")});
+    setModel(pModel);
     header()->setStretchLastSection(false);
     setSortingEnabled(true);
     sortByColumn(NodeColumn, Qt::AscendingOrder);
@@ -81,25 +70,15 @@ bool CListView::connectToDataBase(QString sSOMTable)
     if (!openConnection())
         return false;
     const QString sQuery = keywords::query(sSOMTable);
-    pCursor.reset();
+    pModel->setKeywords(nullptr);
     auto pResult = std::make_unique<QSqlQuery>(*pSOMDB);
     if (!pResult->exec(sQuery) || !pResult->first()) {
         qDebug("CListView: WARNING: Could not connect to Database, using               select-statement: %s",
             qPrintable(sQuery));
         return false;
     }
-    pCursor = std::move(pResult);
+    pModel->setKeywords(std::make_unique<CKeywordTable>(std::move(pResult)));
     return true;
-}
-
-void CListView::getSOMData(int* piTopics, int iNumTopics, QStringList* pslKeywords)
-{
-    int iNode = 0;
-    for (bool bAtRow = pCursor->first(); bAtRow; bAtRow = pCursor->next(), iNode++) {
-        if (iNode < iNumTopics)
-            piTopics[iNode] = pCursor->value(0).toInt();
-        pslKeywords->append(keywords::shortened(pCursor->value(1).toString()));
-    }
 }
 
 void CListView::fillList(const NodeLists* pvviNodes, QString sSOMTable)
@@ -110,23 +89,37 @@ void CListView::fillList(const NodeLists* pvviNodes, QString sSOMTable)
     setMaximumWidth(QWIDGETSIZE_MAX);
     if (!sSOMTable.isNull())
         connectToDataBase(sSOMTable); // without its data the nodes have numbers only
-    NodeData oData;
-    if (pCursor) {
-        oData.viTopics.assign(pvviNodes->size(), NoTopic);
-        getSOMData(oData.viTopics.data(), int(oData.viTopics.size()), &oData.slKeywords);
-        oData.oIcons = loadIcons();
-    }
-    showTree(buildTree(*pvviNodes, oData));
+    const bool bSigns = pModel->keywordTable() != nullptr;
+    const topicicons::Icons oIcons = bSigns ? loadIcons() : topicicons::Icons();
+    const QSignalBlocker blocker(this); // losing the current item is no choice of a node
+    pModel->setTree(CNodeItems(*pvviNodes), oIcons, readSigns(pvviNodes->size()),
+        header()->sortIndicatorSection(), header()->sortIndicatorOrder());
+    expand(pModel->index(0, NodeColumn));
+    adjustColumns();
 }
 
-// The height of a row without a sign, from an item made for the purpose.
-int CListView::measureRowHeight()
+// The sign of each node, or nothing at all without a keyword table.
+std::vector<signed char> CListView::readSigns(std::size_t uNumNodes) const
 {
-    const QSignalBlocker blocker(this);
-    auto* pProbe = new CListViewItem(this, QStringLiteral("0"));
-    const int iHeight = visualItemRect(pProbe).height();
-    delete pProbe;
-    return iHeight;
+    const CKeywordTable* pKeywords = pModel->keywordTable();
+    if (pKeywords == nullptr)
+        return {};
+    std::vector<signed char> vSigns(uNumNodes, NoSign);
+    for (int iNode = 0; iNode < pKeywords->numRows() && std::size_t(iNode) < uNumNodes; iNode++)
+        vSigns[std::size_t(iNode)] =
+            static_cast<signed char>(std::clamp(pKeywords->topic(iNode), -1, topicicons::NumTopics - 1));
+    return vSigns;
+}
+
+// The height of a row without a sign, in pixels.
+int CListView::measureRowHeight() const
+{
+    CNodeModel oProbe;
+    oProbe.setTree(CNodeItems(NodeLists(1)), {}, {}, NodeColumn, Qt::AscendingOrder);
+    QStyleOptionViewItem oOption;
+    initViewItemOption(&oOption);
+    oOption.rect.setWidth(-1);
+    return itemDelegate()->sizeHint(oOption, oProbe.index(0, NodeColumn)).height();
 }
 
 topicicons::Icons CListView::loadIcons()
@@ -136,161 +129,168 @@ topicicons::Icons CListView::loadIcons()
     return oIcons;
 }
 
-// Without recursion, because hierarchies may be deep; a node below itself is left out, because it would never
-// end.
-QTreeWidgetItem* CListView::buildTree(const NodeLists& vviNodes, const NodeData& oData)
-{
-    struct Branch
-    {
-        std::size_t uNode;
-        QTreeWidgetItem* pItem;
-        std::size_t uNextChild;
-    };
-    auto* pRoot = new CListViewItem(
-        static_cast<QTreeWidgetItem*>(nullptr), QStringLiteral("0"), oData.slKeywords.value(0));
-    // Deliberate: the root shows sign 0 whatever its topic. Test: tst_listview,
-    // theRootShowsSign0WhateverItsTopic.
-    if (!oData.viTopics.empty())
-        pRoot->setIcon(NodeColumn, oData.oIcons.forTopic(0));
-    std::vector<bool> vbOnPath(vviNodes.size(), false);
-    std::vector<Branch> vPath;
-    const auto enter = [&](std::size_t uNode, QTreeWidgetItem* pItem) {
-        vbOnPath[uNode] = true;
-        vPath.push_back({uNode, pItem, 0});
-    };
-    if (!vviNodes.empty())
-        enter(0, pRoot);
-    while (!vPath.empty()) {
-        Branch& oBranch = vPath.back();
-        const std::vector<int>& viChildren = vviNodes[oBranch.uNode];
-        if (oBranch.uNextChild == viChildren.size()) {
-            vbOnPath[oBranch.uNode] = false;
-            vPath.pop_back();
-            continue;
-        }
-        const int iChild = viChildren[oBranch.uNextChild++];
-        const bool bListed = iChild >= 0 && std::size_t(iChild) < vviNodes.size();
-        if (bListed && vbOnPath[std::size_t(iChild)])
-            continue;
-        auto* pItem =
-            new CListViewItem(oBranch.pItem, QString::number(iChild), oData.slKeywords.value(iChild));
-        pItem->setIcon(NodeColumn, oData.icon(iChild));
-        if (bListed)
-            enter(std::size_t(iChild), pItem);
-    }
-    return pRoot;
-}
-
-void CListView::showTree(QTreeWidgetItem* pRoot)
-{
-    const QSignalBlocker blocker(this); // losing the current item is no choice of a node
-    pPopupItem = nullptr;
-    clear();
-    addTopLevelItem(pRoot);
-    sortItems(header()->sortIndicatorSection(), header()->sortIndicatorOrder());
-    pRoot->setExpanded(true);
-    adjustColumns(pRoot);
-}
-
 // Every column is as wide as its widest text, that of closed branches included.
-void CListView::adjustColumns(QTreeWidgetItem* pRoot)
+void CListView::adjustColumns()
 {
-    CWidestText oKeywords(fontMetrics(), 0);
-    int iNodeWidth = 0;
-    const int iIcon = iconSize().width();
-    std::vector<std::pair<QTreeWidgetItem*, int>> vOpen{{pRoot, 1}};
-    while (!vOpen.empty()) {
-        const auto [pItem, iLevel] = vOpen.back();
-        vOpen.pop_back();
-        oKeywords.add(pItem->text(KeywordColumn));
-        iNodeWidth = std::max(iNodeWidth,
-            iLevel * indentation() + iIcon + fontMetrics().horizontalAdvance(pItem->text(NodeColumn)));
-        for (int i = 0; i < pItem->childCount(); i++)
-            vOpen.emplace_back(pItem->child(i), iLevel + 1);
-    }
     const int iMargin = 4 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
-    setColumnWidth(NodeColumn, std::max(iNodeWidth + iMargin, header()->sectionSizeHint(NodeColumn)));
+    setColumnWidth(NodeColumn, std::max(widestNode() + iMargin, header()->sectionSizeHint(NodeColumn)));
     setColumnWidth(
-        KeywordColumn, std::max(oKeywords.width() + iMargin, header()->sectionSizeHint(KeywordColumn)));
+        KeywordColumn, std::max(widestKeywords() + iMargin, header()->sectionSizeHint(KeywordColumn)));
 }
 
-// Parents after their children: the order of a view that opens from the inside, so that each item is laid out
-// once.
-void CListView::expandChildren(QTreeWidgetItem* pItem, int iDepth)
+int CListView::widestNode() const
+{
+    const CNodeItems& oItems = pModel->items();
+    CNumberWidths oNumbers(fontMetrics());
+    std::vector<int> viLevels(std::size_t(oItems.count()), 1);
+    int iWidest = 0;
+    for (int iItem = 0; iItem < oItems.count(); iItem++) { // parents before their children
+        int& iLevel = viLevels[std::size_t(iItem)];
+        if (iItem != 0)
+            iLevel = viLevels[std::size_t(oItems.parent(iItem))] + 1;
+        iWidest = std::max(iWidest, iLevel * indentation() + oNumbers.width(oItems.node(iItem)));
+    }
+    return iWidest + iconSize().width();
+}
+
+int CListView::widestKeywords() const
+{
+    CWidestText oWidest(fontMetrics(), 0);
+    const CKeywordTable* pKeywords = pModel->keywordTable();
+    if (pKeywords == nullptr)
+        return 0;
+    std::vector<bool> vbShown(std::size_t(pKeywords->numRows()), false);
+    const CNodeItems& oItems = pModel->items();
+    for (int iItem = 0; iItem < oItems.count(); iItem++)
+        if (const int iNode = oItems.node(iItem); iNode >= 0 && iNode < pKeywords->numRows())
+            vbShown[std::size_t(iNode)] = true;
+    for (int iNode = 0; iNode < pKeywords->numRows(); iNode++)
+        if (vbShown[std::size_t(iNode)])
+            oWidest.add(pKeywords->keywords(iNode));
+    return oWidest.width();
+}
+
+QModelIndex CListView::find(int iNode) const
+{
+    return pModel->find(iNode);
+}
+
+int CListView::node(const QModelIndex& oItem) const
+{
+    return pModel->node(oItem);
+}
+
+// Level by level, with a single layout of the rows at the end.
+void CListView::setBranchExpanded(const QModelIndex& oTop, int iDepth, bool bExpanded)
 {
     if (iDepth == 0)
         return;
-    for (int i = 0; i < pItem->childCount(); i++)
-        expandChildren(pItem->child(i), iDepth - 1);
-    pItem->setExpanded(true);
+    scheduleDelayedItemsLayout();
+    QModelIndexList lLevel{oTop.siblingAtColumn(NodeColumn)};
+    for (; iDepth != 0 && !lLevel.isEmpty(); iDepth--) {
+        QModelIndexList lBelow;
+        for (const QModelIndex& oItem : lLevel) {
+            setExpanded(oItem, bExpanded);
+            for (int iRow = 0; iRow < pModel->rowCount(oItem); iRow++)
+                if (const QModelIndex oChild = pModel->index(iRow, NodeColumn, oItem);
+                    pModel->hasChildren(oChild))
+                    lBelow << oChild;
+        }
+        lLevel = lBelow;
+    }
+    executeDelayedItemsLayout();
 }
 
-void CListView::collapseChildren(QTreeWidgetItem* pItem, int iDepth)
+void CListView::expandChildren(const QModelIndex& oItem, int iDepth)
 {
-    if (iDepth == 0)
-        return;
-    for (int i = 0; i < pItem->childCount(); i++)
-        collapseChildren(pItem->child(i), iDepth - 1);
-    pItem->setExpanded(false);
+    setBranchExpanded(oItem, iDepth, true);
+}
+
+void CListView::collapseChildren(const QModelIndex& oItem, int iDepth)
+{
+    setBranchExpanded(oItem, iDepth, false);
 }
 
 void CListView::collapseAll()
 {
-    if (pPopupItem != nullptr)
-        collapseChildren(pPopupItem, -1);
+    if (oPopupItem.isValid())
+        collapseChildren(oPopupItem, -1);
 }
 
 void CListView::collapseChildren()
 {
-    if (pPopupItem != nullptr)
-        collapseChildren(pPopupItem, 2);
+    if (oPopupItem.isValid())
+        collapseChildren(oPopupItem, 2);
 }
 
 void CListView::expandAll()
 {
-    if (pPopupItem != nullptr)
-        expandChildren(pPopupItem, -1);
+    if (oPopupItem.isValid())
+        expandChildren(oPopupItem, -1);
 }
 
 void CListView::expandChildren()
 {
-    if (pPopupItem != nullptr)
-        expandChildren(pPopupItem, 2);
+    if (oPopupItem.isValid())
+        expandChildren(oPopupItem, 2);
 }
 
-void CListView::popup(QTreeWidgetItem* pItem, const QPoint& pos, int /*iColumn*/)
+void CListView::popup(const QModelIndex& oItem, const QPoint& pos, int /*iColumn*/)
 {
-    pPopupItem = pItem;
+    oPopupItem = oItem;
     pPopupMenu->popup(pos);
 }
 
 void CListView::contextMenuEvent(QContextMenuEvent* pEvent)
 {
-    QTreeWidgetItem* pItem = itemAt(pEvent->pos());
+    QModelIndex oItem = indexAt(pEvent->pos());
     QPoint oPlace = pEvent->globalPos();
     if (pEvent->reason() == QContextMenuEvent::Keyboard) {
-        pItem = currentItem();
-        if (pItem != nullptr)
-            oPlace = viewport()->mapToGlobal(placeForMenu(pItem));
+        oItem = currentIndex();
+        if (oItem.isValid())
+            oPlace = viewport()->mapToGlobal(placeForMenu(oItem));
     }
-    popup(pItem, oPlace, pItem == nullptr ? -1 : columnAt(pEvent->pos().x()));
+    popup(oItem, oPlace, oItem.isValid() ? columnAt(pEvent->pos().x()) : -1);
 }
 
 // The middle of the node's number, or the nearest point in sight.
-QPoint CListView::placeForMenu(QTreeWidgetItem* pItem) const
+QPoint CListView::placeForMenu(const QModelIndex& oItem) const
 {
     const QRect oSeen = viewport()->rect();
-    const QPoint oMiddle(
-        columnViewportPosition(NodeColumn) + columnWidth(NodeColumn) / 2, visualItemRect(pItem).center().y());
+    const QPoint oMiddle(columnViewportPosition(NodeColumn) + columnWidth(NodeColumn) / 2,
+        QTreeView::visualRect(oItem).center().y());
     return {std::clamp(oMiddle.x(), oSeen.left(), oSeen.right()),
         std::clamp(oMiddle.y(), oSeen.top(), oSeen.bottom())};
+}
+
+// Row by row from the top: no row is lower than a text.
+bool CListView::isInSight(const QModelIndex& oItem) const
+{
+    const QModelIndex oNode = oItem.siblingAtColumn(NodeColumn);
+    const int iX = columnViewportPosition(NodeColumn);
+    for (int iY = 0; iY < viewport()->height(); iY += fontMetrics().height())
+        if (indexAt({iX, iY}) == oNode)
+            return true;
+    return false;
+}
+
+// Qt goes through all rows to find one, and measures those in between.
+QRect CListView::visualRect(const QModelIndex& oItem) const
+{
+    return isInSight(oItem) ? QTreeView::visualRect(oItem) : QRect();
+}
+
+void CListView::currentChanged(const QModelIndex& oItem, const QModelIndex& oBefore)
+{
+    QTreeView::currentChanged(oItem, oBefore);
+    Q_EMIT currentItemChanged(oItem);
 }
 
 // Qt would make the first item current, which would choose a node that nobody asked for.
 void CListView::focusInEvent(QFocusEvent* pEvent)
 {
     if (currentIndex().isValid()) {
-        QTreeWidget::focusInEvent(pEvent);
+        QTreeView::focusInEvent(pEvent);
         return;
     }
     QWidget::focusInEvent(pEvent); // NOLINT(bugprone-parent-virtual-call): the one between does it

@@ -3,29 +3,25 @@
 
 #pragma once
 
-#include <QSqlDatabase>
-#include <QStringList>
-#include <QTreeWidget>
+#include "CNodeItems.h"
 
-#include <memory>
-#include <vector>
+#include <QSqlDatabase>
+#include <QTreeView>
 
 namespace topicicons {
 struct Icons;
 }
 
-class CListViewItem;
-class CWidestText;
+class CNodeModel;
 class QMenu;
-class QSqlQuery;
 
 /// The tree of the map's nodes, with keywords and topic signs. [ui-thread]
-class CListView : public QTreeWidget
+class CListView : public QTreeView
 {
     Q_OBJECT
 
 public:
-    using NodeLists = std::vector<std::vector<int>>;
+    using NodeLists = CNodeItems::NodeLists;
 
     /// An empty tree that takes no width until it is filled for the first time.
     CListView(QWidget* pParent, const char* name);
@@ -38,14 +34,19 @@ public:
 
     /// Runs the keyword query. False, with a message on the debug channel, if it gives no row.
     bool connectToDataBase(QString sSOMTable);
-    /// Reads the query's rows: row k is node k. Topics beyond `iNumTopics`, the length of `piTopics`, are
-    /// dropped.
-    void getSOMData(int* piTopics, int iNumTopics, QStringList* pslKeywords);
+
+    /// The item of a node, or an invalid one; of several the first in the order shown.
+    QModelIndex find(int iNode) const;
+    /// The node of an item, which must be valid.
+    int node(const QModelIndex& oItem) const;
 
     /// Opens an item and `iDepth` - 1 levels below it; a negative depth opens all, 0 nothing.
-    void expandChildren(QTreeWidgetItem* pItem, int iDepth);
+    void expandChildren(const QModelIndex& oItem, int iDepth);
     /// As expandChildren(), but closes.
-    void collapseChildren(QTreeWidgetItem* pItem, int iDepth);
+    void collapseChildren(const QModelIndex& oItem, int iDepth);
+
+    /// Empty for an item out of sight.
+    QRect visualRect(const QModelIndex& oItem) const override;
 
     /// The database connection, not owned; null until the window sets it.
     QSqlDatabase* pSOMDB = nullptr;
@@ -55,25 +56,31 @@ public Q_SLOTS:
     void collapseChildren();
     void expandAll();
     void expandChildren();
-    /// Opens the menu at a screen position, for an item or (null) for none.
-    void popup(QTreeWidgetItem* pItem, const QPoint& pos, int iColumn);
+    /// Opens the menu at a screen position, for an item or (invalid) for none.
+    void popup(const QModelIndex& oItem, const QPoint& pos, int iColumn);
+
+Q_SIGNALS:
+    /// Another item is current; invalid: none is.
+    void currentItemChanged(const QModelIndex& oItem);
 
 protected:
     void contextMenuEvent(QContextMenuEvent* pEvent) override;
     void focusInEvent(QFocusEvent* pEvent) override;
+    void currentChanged(const QModelIndex& oItem, const QModelIndex& oBefore) override;
 
 private:
-    struct NodeData;
-
     bool openConnection() const;
-    int measureRowHeight();
+    std::vector<signed char> readSigns(std::size_t uNumNodes) const;
+    int measureRowHeight() const;
     topicicons::Icons loadIcons();
-    QTreeWidgetItem* buildTree(const NodeLists& vviNodes, const NodeData& oData);
-    void showTree(QTreeWidgetItem* pRoot);
-    QPoint placeForMenu(QTreeWidgetItem* pItem) const;
-    void adjustColumns(QTreeWidgetItem* pRoot);
+    void setBranchExpanded(const QModelIndex& oTop, int iDepth, bool bExpanded);
+    bool isInSight(const QModelIndex& oItem) const;
+    QPoint placeForMenu(const QModelIndex& oItem) const;
+    void adjustColumns();
+    int widestNode() const;
+    int widestKeywords() const;
 
-    std::unique_ptr<QSqlQuery> pCursor;
-    QTreeWidgetItem* pPopupItem = nullptr; ///< where the menu was opened last
+    CNodeModel* pModel;
+    QPersistentModelIndex oPopupItem; ///< where the menu was opened last
     QMenu* pPopupMenu;
 };

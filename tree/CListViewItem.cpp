@@ -3,22 +3,20 @@
 
 #include "CListViewItem.h"
 
-#include <QTreeWidget>
-
-CListViewItem::CListViewItem(QTreeWidget* pParent, const QString& sNode, const QString& sKeywords)
-    : QTreeWidgetItem(pParent, {sNode, sKeywords})
+CListViewItem::CListViewItem(int iItsNode, QString sItsKeywords)
+    : iNode(iItsNode)
+    , sKeywords(std::move(sItsKeywords))
 {
 }
 
-CListViewItem::CListViewItem(QTreeWidgetItem* pParent, const QString& sNode, const QString& sKeywords)
-    : QTreeWidgetItem(pParent, {sNode, sKeywords})
+QString CListViewItem::text(int iColumn) const
 {
+    return iColumn == NodeColumn ? QString::number(iNode) : sKeywords;
 }
 
-bool CListViewItem::operator<(const QTreeWidgetItem& oOther) const
+int CListViewItem::compare(const CListViewItem& oOther, int iColumn) const
 {
-    const int iColumn = treeWidget() == nullptr ? 0 : treeWidget()->sortColumn();
-    if (iColumn != 0)
-        return QTreeWidgetItem::operator<(oOther);
-    return text(0).toInt() < oOther.text(0).toInt();
+    if (iColumn != NodeColumn)
+        return sKeywords.localeAwareCompare(oOther.sKeywords);
+    return int(iNode > oOther.iNode) - int(iNode < oOther.iNode);
 }

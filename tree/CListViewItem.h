@@ -3,17 +3,27 @@
 
 #pragma once
 
-#include <QTreeWidgetItem>
+#include <QString>
 
-/// A node of the map: its number in column 0, its keywords in column 1. Belongs to its parent.
-class CListViewItem : public QTreeWidgetItem
+/// What a row of the tree says: the node's number in column 0, its keywords in column 1. A value.
+class CListViewItem
 {
 public:
-    CListViewItem(QTreeWidget* pParent, const QString& sNode, const QString& sKeywords = {});
-    /// Without a parent (null) the item belongs to nobody until it is added to a view.
-    CListViewItem(QTreeWidgetItem* pParent, const QString& sNode, const QString& sKeywords = {});
+    enum Column
+    {
+        NodeColumn,
+        KeywordColumn,
+        NumColumns
+    };
 
-    /// Column 0 in the order of the numbers, where a text that is no number counts as 0; other columns in the
-    /// order of the locale.
-    bool operator<(const QTreeWidgetItem& oOther) const override;
+    explicit CListViewItem(int iItsNode, QString sItsKeywords = {});
+
+    QString text(int iColumn) const;
+    /// Negative, 0 or positive as this item stands before, level with or behind the other, ascending: by
+    /// column 0 in the order of the numbers, by another in the order of the locale.
+    int compare(const CListViewItem& oOther, int iColumn) const;
+
+private:
+    int iNode;
+    QString sKeywords;
 };

@@ -19,7 +19,7 @@
 #include <QMenuBar>
 #include <QTableView>
 #include <QTextEdit>
-#include <QTreeWidget>
+#include <QTreeView>
 
 #include <cfenv>
 #include <cstdlib>
@@ -114,17 +114,19 @@ QString rowsInSight()
     return u"%1 %2"_s.arg(table().rowAt(0)).arg(table().rowAt(iHeight - 1));
 }
 
-QTreeWidget& tree()
+QTreeView& tree()
 {
-    return *part<QTreeWidget>(u"ListView"_s);
+    return *part<QTreeView>(u"ListView"_s);
 }
 
 QString item(const QString& sNode)
 {
-    const auto lItems = tree().findItems(sNode, Qt::MatchExactly | Qt::MatchRecursive, 0);
+    const QAbstractItemModel& oModel = *tree().model();
+    const auto lItems =
+        oModel.match(oModel.index(0, 0), Qt::DisplayRole, sNode, 1, Qt::MatchExactly | Qt::MatchRecursive);
     if (lItems.isEmpty())
         return Nowhere;
-    QRect oPlace = tree().visualItemRect(lItems.first());
+    QRect oPlace = tree().visualRect(lItems.first());
     oPlace.setRight(tree().columnViewportPosition(0) + tree().columnWidth(0) - 1);
     return placeOf(*tree().viewport(), oPlace);
 }

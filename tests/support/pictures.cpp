@@ -4,24 +4,23 @@
 #include "pictures.h"
 
 #include <QMenu>
-#include <QTreeWidget>
+#include <QTreeView>
 
 namespace pictures {
 namespace {
 
 const QString Separator = QStringLiteral(" | ");
 
-void addItem(QStringList& slLines, const QTreeWidget& oTree, const QTreeWidgetItem* pItem, int iLevel)
+QString line(const QTreeView& oTree, const QModelIndex& oItem, int iLevel)
 {
     QStringList slTexts;
-    for (int i = 0; i < oTree.columnCount(); i++)
-        slTexts << pItem->text(i);
-    const char cBranch = pItem->isExpanded() ? 'v' : '>';
-    const char cKind = pItem->childCount() == 0 ? '-' : cBranch;
-    slLines << QString(2 * iLevel, QLatin1Char(' ')) + QLatin1Char(cKind) + QLatin1Char(' ')
-            + slTexts.join(Separator) + (pItem == oTree.currentItem() ? QStringLiteral(" <") : QString());
-    for (int i = 0; i < pItem->childCount(); i++)
-        addItem(slLines, oTree, pItem->child(i), iLevel + 1);
+    for (int i = 0; i < oTree.model()->columnCount(); i++)
+        slTexts << oItem.siblingAtColumn(i).data().toString();
+    const char cBranch = oTree.isExpanded(oItem) ? 'v' : '>';
+    const char cKind = oTree.model()->hasChildren(oItem) ? cBranch : '-';
+    const bool bCurrent = oItem == oTree.currentIndex().siblingAtColumn(0);
+    return QString(2 * iLevel, QLatin1Char(' ')) + QLatin1Char(cKind) + QLatin1Char(' ')
+        + slTexts.join(Separator) + (bCurrent ? QStringLiteral(" <") : QString());
 }
 
 } // namespace
@@ -40,11 +39,18 @@ QStringList table(const QAbstractItemModel& oModel)
     return slLines;
 }
 
-QStringList tree(const QTreeWidget& oTree)
+QStringList tree(const QTreeView& oTree)
 {
     QStringList slLines;
-    for (int i = 0; i < oTree.topLevelItemCount(); i++)
-        addItem(slLines, oTree, oTree.topLevelItem(i), 0);
+    std::vector<std::pair<QModelIndex, int>> vWaiting{{QModelIndex(), -1}}; // with their levels
+    while (!vWaiting.empty()) {
+        const auto [oItem, iLevel] = vWaiting.back();
+        vWaiting.pop_back();
+        if (oItem.isValid())
+            slLines << line(oTree, oItem, iLevel);
+        for (int iRow = oTree.model()->rowCount(oItem) - 1; iRow >= 0; iRow--)
+            vWaiting.emplace_back(oTree.model()->index(iRow, 0, oItem), iLevel + 1);
+    }
     return slLines;
 }
 

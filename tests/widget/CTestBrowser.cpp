@@ -13,7 +13,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTextEdit>
-#include <QTreeWidget>
+#include <QTreeView>
 
 CTestBrowser::CTestBrowser(const QString& sPassword)
     : pBrowser(std::make_unique<CNodeBrowser>(qEnvironmentVariable("MYSQL_HOST"),
@@ -64,9 +64,9 @@ CTable& CTestBrowser::table()
     return *child<CTable>("table");
 }
 
-QTreeWidget& CTestBrowser::tree()
+QTreeView& CTestBrowser::tree()
 {
-    return *child<QTreeWidget>("ListView");
+    return *child<QTreeView>("ListView");
 }
 
 QStringList CTestBrowser::tablePicture()

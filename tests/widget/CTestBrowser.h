@@ -11,7 +11,7 @@
 #include <memory>
 
 class QMenu;
-class QTreeWidget;
+class QTreeView;
 
 /// A browser window on the test's server, over the databases "som" and "news", with its hand-over. Takes its
 /// connection and the viewers along when it goes.
@@ -47,7 +47,7 @@ public:
         return pWidget;
     }
     CTable& table();
-    QTreeWidget& tree();
+    QTreeView& tree();
     QStringList tablePicture();
     QStringList treePicture();
     QStringList menuPicture(const char* pcMenu);

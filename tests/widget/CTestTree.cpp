@@ -10,6 +10,7 @@
 
 CTestTree::CTestTree()
     : pTree(std::make_unique<CListView>(nullptr, "ListView"))
+    , oModelTester(pTree->model(), QAbstractItemModelTester::FailureReportingMode::QtTest)
 {
 }
 
@@ -52,12 +53,19 @@ QStringList CTestTree::picture() const
     return pictures::tree(*pTree);
 }
 
-QTreeWidgetItem* CTestTree::item(int iNode) const
+QModelIndex CTestTree::item(int iNode) const
 {
-    return pTree->findItems(QString::number(iNode), Qt::MatchExactly | Qt::MatchRecursive, 0).value(0);
+    return pTree->model()
+        ->match(root(), Qt::DisplayRole, QString::number(iNode), 1, Qt::MatchExactly | Qt::MatchRecursive)
+        .value(0);
+}
+
+QModelIndex CTestTree::root() const
+{
+    return pTree->model()->index(0, 0);
 }
 
 QPoint CTestTree::place(int iNode) const
 {
-    return pTree->visualItemRect(item(iNode)).center();
+    return pTree->visualRect(item(iNode)).center();
 }

@@ -5,7 +5,9 @@
 
 #include "tree/CListView.h"
 
-/// A node tree, with a database connection if wanted; the connection goes with it.
+#include <QAbstractItemModelTester>
+
+/// A node tree, with a database connection if wanted; the connection goes with it. Its model is watched.
 class CTestTree
 {
 public:
@@ -29,12 +31,15 @@ public:
     void show();
 
     QStringList picture() const;
-    /// The item of a node, or null.
-    QTreeWidgetItem* item(int iNode) const;
+    /// The item of a node, or an invalid one.
+    QModelIndex item(int iNode) const;
+    /// The only item that is no child.
+    QModelIndex root() const;
     /// The middle of a node's number on the viewport.
     QPoint place(int iNode) const;
 
 private:
     QSqlDatabase oDatabase;
     std::unique_ptr<CListView> pTree;
+    QAbstractItemModelTester oModelTester;
 };

@@ -5,6 +5,7 @@
 
 #include "tests/support/CPrivateServer.h"
 #include "tests/support/CStrictTest.h"
+#include "tests/support/pictures.h"
 #include "tests/support/testmain.h"
 
 #include <QDir>
@@ -41,9 +42,7 @@ private Q_SLOTS:
         QCOMPARE(oTree->objectName(), u"ListView"_s);
         QCOMPARE(oTree->font().family(), u"Sans Serif"_s);
         QCOMPARE(oTree->font().pointSize(), 8);
-        QCOMPARE(oTree->headerItem()->text(0), u"Nodes"_s);
-        QCOMPARE(oTree->headerItem()->text(1), u"Keywords"_s);
-        QCOMPARE(oTree->columnCount(), 2);
+        QCOMPARE(pictures::table(*oTree->model()), QStringList{u"Nodes | Keywords"_s});
         QVERIFY(oTree->rootIsDecorated());
     }
 
@@ -60,7 +59,7 @@ private Q_SLOTS:
         CTestTree oTree;
         oTree.fill({{}, {}}, QString());
         QCOMPARE(oTree.picture(), QStringList{u"- 0 | "_s});
-        QVERIFY(oTree->topLevelItem(0)->isExpanded());
+        QVERIFY(oTree->isExpanded(oTree.root()));
     }
 
     void withoutAnyNodeThereIsARoot()
@@ -94,9 +93,8 @@ private Q_SLOTS:
         CTestTree oTree;
         oTree.connectTo(u"som"_s);
         oTree.fill({{1, 2, 3}, {}, {}, {}}, u"news_train"_s);
-        const QTreeWidgetItem* pRoot = oTree->topLevelItem(0);
-        QCOMPARE(sign(pRoot->child(0)), signColor(3));
-        QCOMPARE(sign(pRoot->child(2)), signColor(1));
+        QCOMPARE(sign(oTree.item(1)), signColor(3));
+        QCOMPARE(sign(oTree.item(3)), signColor(1));
     }
 
     void topicsAbove20ShareTheLastSign()
@@ -104,7 +102,7 @@ private Q_SLOTS:
         CTestTree oTree;
         oTree.connectTo(u"som"_s);
         oTree.fill({{2}, {}, {}}, u"news_train"_s);
-        QCOMPARE(sign(oTree->topLevelItem(0)->child(0)), signColor(20));
+        QCOMPARE(sign(oTree.item(2)), signColor(20));
     }
 
     void theRootShowsSign0WhateverItsTopic()
@@ -114,7 +112,7 @@ private Q_SLOTS:
         oTree.fill({{}}, u"news_train"_s);
         QCOMPARE(
             oServer.sql(u"SELECT _assigned_topic FROM som.news_som WHERE node=0"_s), QStringList{u"5"_s});
-        QCOMPARE(sign(oTree->topLevelItem(0)), signColor(0));
+        QCOMPARE(sign(oTree.root()), signColor(0));
     }
 
     void aSignIsAsHighAsItsRowsAllow()
@@ -122,7 +120,7 @@ private Q_SLOTS:
         CTestTree oTree;
         oTree.connectTo(u"som"_s);
         oTree.fill({{1}, {}}, u"news_train"_s);
-        QCOMPARE(oTree->topLevelItem(0)->icon(0).availableSizes(), QList<QSize>{QSize(14, 14)});
+        QCOMPARE(icon(oTree.root()).availableSizes(), QList<QSize>{QSize(14, 14)});
         QCOMPARE(oTree->iconSize(), QSize(14, 14));
     }
 
@@ -130,8 +128,8 @@ private Q_SLOTS:
     {
         CTestTree oTree;
         oTree.fill({{1}, {}}, QString());
-        QVERIFY(oTree->topLevelItem(0)->icon(0).isNull());
-        QVERIFY(oTree->topLevelItem(0)->child(0)->icon(0).isNull());
+        QVERIFY(icon(oTree.root()).isNull());
+        QVERIFY(icon(oTree.item(1)).isNull());
     }
 
     void nodesBeyondTheKeywordTableHaveANumberOnly()
@@ -141,7 +139,7 @@ private Q_SLOTS:
         oTree.fill({{3, 4, 99}, {}, {}, {}, {}}, u"news_train"_s);
         QCOMPARE(oTree.picture().mid(1),
             (QStringList{u"  - 3 | leer, nichts, keiner"_s, u"  - 4 | "_s, u"  - 99 | "_s}));
-        QVERIFY(oTree->topLevelItem(0)->child(1)->icon(0).isNull());
+        QVERIFY(icon(oTree.item(4)).isNull());
     }
 
     void rowsBeyondTheHierarchyAreLeftOut()
@@ -150,6 +148,15 @@ private Q_SLOTS:
         oTree.connectTo(u"som"_s);
         oTree.fill({{1}}, u"news_train"_s);
         QCOMPARE(oTree.picture(), (QStringList{u"v 0 | alles, viel, mehr"_s, u"  - 1 | red, green, blue"_s}));
+    }
+
+    void topicsBeyondTheHierarchyAreLeftOut()
+    {
+        CTestTree oTree;
+        oTree.connectTo(u"som"_s);
+        oTree.fill({{1}}, u"news_train"_s);
+        QVERIFY(!icon(oTree.root()).isNull());
+        QVERIFY(icon(oTree.item(1)).isNull());
     }
 
     void aNodeBelowItselfIsLeftOut()
@@ -207,13 +214,13 @@ private Q_SLOTS:
     {
         CTestTree oTree;
         oTree.fill({{1, 2}, {}, {}}, QString());
-        oTree->setCurrentItem(oTree->topLevelItem(0)->child(1));
+        oTree->setCurrentIndex(oTree.item(2));
         int iChanges = 0;
-        connect(&*oTree, &QTreeWidget::currentItemChanged, this, [&] { iChanges++; });
+        connect(&*oTree, &CListView::currentItemChanged, this, [&] { iChanges++; });
         oTree.fill({{1, 2}, {}, {}}, QString());
         oTree.show();
         QCOMPARE(iChanges, 0);
-        QVERIFY(oTree->currentItem() == nullptr);
+        QVERIFY(!oTree->currentIndex().isValid());
     }
 
     void focusChoosesNoNode()
@@ -231,7 +238,7 @@ private Q_SLOTS:
         QTRY_VERIFY(pField->hasFocus());
         oTree->setFocus(Qt::TabFocusReason);
         QTRY_VERIFY(oTree->hasFocus());
-        QVERIFY(oTree->currentItem() == nullptr);
+        QVERIFY(!oTree->currentIndex().isValid());
         oTree->setParent(nullptr);
     }
 
@@ -267,9 +274,10 @@ private Q_SLOTS:
 
 private:
     static QColor signColor(int iTopic) { return {10 * iTopic, 255 - 10 * iTopic, 0}; }
-    static QColor sign(const QTreeWidgetItem* pItem)
+    static QIcon icon(const QModelIndex& oItem) { return oItem.data(Qt::DecorationRole).value<QIcon>(); }
+    static QColor sign(const QModelIndex& oItem)
     {
-        return pItem->icon(0).pixmap(14, 14).toImage().pixelColor(5, 5);
+        return icon(oItem).pixmap(14, 14).toImage().pixelColor(5, 5);
     }
 
     static void clickHeader(CTestTree& oTree, int iColumn)

@@ -161,21 +161,6 @@ private Q_SLOTS:
         QCOMPARE(oTree.picture()[1], u"  - 1 | red, green, blue"_s);
     }
 
-    void topicsBeyondTheGivenArrayAreDropped()
-    {
-        CTestTree oTree;
-        oTree.connectTo(u"som"_s);
-        QTest::ignoreMessage(QtDebugMsg, "Database is open. Commencing.");
-        QVERIFY(oTree->connectToDataBase(u"news_train"_s));
-        int aiTopics[] = {-9, -9, -9};
-        QStringList slKeywords;
-        oTree->getSOMData(aiTopics, 2, &slKeywords);
-        QCOMPARE(QList<int>(std::begin(aiTopics), std::end(aiTopics)), (QList<int>{5, 3, -9}));
-        QCOMPARE(slKeywords,
-            (QStringList{
-                u"alles, viel, mehr"_s, u"red, green, blue"_s, u"warm"_s, u"leer, nichts, keiner"_s}));
-    }
-
     void aNullTopicOrKeywordIsNone()
     {
         oServer.sql(u"CREATE OR REPLACE TABLE som.nulls (_assigned_topic INT, _keywords TEXT);"

@@ -54,7 +54,7 @@ private Q_SLOTS:
     void aRightClickChoosesTheNodeFirst()
     {
         rightClick(pTree->place(2));
-        QVERIFY((*pTree)->currentItem() == pTree->item(2));
+        QVERIFY((*pTree)->currentIndex() == pTree->item(2));
     }
 
     void theMenuOpensBesideTheNodesToo()
@@ -88,7 +88,7 @@ private Q_SLOTS:
 
     void expandTwoLevelsOpensANodeAndItsChildren()
     {
-        pTree->item(0)->setExpanded(false);
+        (*pTree)->collapse(pTree->item(0));
         rightClick(pTree->place(0));
         choose(ExpandTwoLevels);
         QCOMPARE(kinds(), u"vv>>--v-"_s);
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void expandTwoLevelsLeavesOpenNodesBelowOpen()
     {
-        pTree->item(5)->setExpanded(true);
+        (*pTree)->expand(pTree->item(5));
         rightClick(pTree->place(1));
         choose(ExpandTwoLevels);
         QCOMPARE(kinds(), u"vvvv-->-"_s);
@@ -104,7 +104,7 @@ private Q_SLOTS:
 
     void expandTwoLevelsOnALeafChangesNothing()
     {
-        pTree->item(2)->setExpanded(true);
+        (*pTree)->expand(pTree->item(2));
         const QString sBefore = kinds();
         rightClick(pTree->place(7));
         choose(ExpandTwoLevels);
@@ -170,7 +170,7 @@ private Q_SLOTS:
 
     void theKeyboardAsksForTheCurrentNode()
     {
-        (*pTree)->setCurrentItem(pTree->item(1));
+        (*pTree)->setCurrentIndex(pTree->item(1));
         const QPoint oPlace(20, 250);
         QContextMenuEvent oEvent(
             QContextMenuEvent::Keyboard, oPlace, (*pTree)->viewport()->mapToGlobal(oPlace));

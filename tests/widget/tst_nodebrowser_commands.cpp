@@ -69,7 +69,7 @@ private Q_SLOTS:
         oServer.startLog();
         oBrowser.select(7);
         QCOMPARE(oServer.log(), QStringList{statement(7)});
-        QVERIFY(oBrowser.tree().currentItem() == nullptr);
+        QVERIFY(!oBrowser.tree().currentIndex().isValid());
         QCOMPARE(oBrowser.tablePicture().size(), 1);
     }
 
@@ -79,7 +79,7 @@ private Q_SLOTS:
         oBrowser.setTables();
         oBrowser.passHierarchy({{11, 10}});
         oBrowser.select(1);
-        QVERIFY(oBrowser.tree().currentItem() == nullptr);
+        QVERIFY(!oBrowser.tree().currentIndex().isValid());
     }
 
     void aChoiceInTheTreeAsksOnce()
@@ -253,10 +253,10 @@ private:
 
     static void clickNode(CTestBrowser& oBrowser, const QString& sNode)
     {
-        QTreeWidget& oTree = oBrowser.tree();
-        const auto lItems = oTree.findItems(sNode, Qt::MatchExactly | Qt::MatchRecursive, 0);
-        QTest::mouseClick(
-            oTree.viewport(), Qt::LeftButton, {}, oTree.visualItemRect(lItems.value(0)).center());
+        QTreeView& oTree = oBrowser.tree();
+        const auto lItems = oTree.model()->match(
+            oTree.model()->index(0, 0), Qt::DisplayRole, sNode, 1, Qt::MatchExactly | Qt::MatchRecursive);
+        QTest::mouseClick(oTree.viewport(), Qt::LeftButton, {}, oTree.visualRect(lItems.value(0)).center());
     }
 
     CPrivateServer oServer;

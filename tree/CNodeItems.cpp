@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CNodeItems.h"
+
+#include <numeric>
+
+namespace {
+
+std::size_t numListed(const CNodeItems::NodeLists& vviNodes)
+{
+    std::size_t uListed = 0;
+    for (const std::vector<int>& viChildren : vviNodes)
+        uListed += viChildren.size();
+    return uListed;
+}
+
+bool hasList(int iNode, std::size_t uNumNodes)
+{
+    return iNode >= 0 && std::size_t(iNode) < uNumNodes;
+}
+
+} // namespace
+
+// Without recursion, because hierarchies may be deep.
+CNodeItems::CNodeItems(const NodeLists& vviNodes)
+    : uNumNodes(vviNodes.size())
+{
+    vItems.reserve(1 + numListed(vviNodes));
+    vItems.push_back({0, None, 1, 0});
+    std::vector<bool> vbOnPath(uNumNodes, false);
+    std::vector<int> viNextRows; // of the items from the root to the present one
+    int iItem = 0;
+    const auto enter = [&] {
+        viNextRows.push_back(0);
+        if (!hasList(node(iItem), uNumNodes))
+            return;
+        const auto uNode = std::size_t(node(iItem));
+        vbOnPath[uNode] = true;
+        addChildren(iItem, vviNodes[uNode], vbOnPath);
+    };
+    enter();
+    while (!viNextRows.empty()) {
+        if (viNextRows.back() < numChildren(iItem)) {
+            iItem = child(iItem, viNextRows.back()++);
+            enter();
+        } else {
+            if (hasList(node(iItem), uNumNodes))
+                vbOnPath[std::size_t(node(iItem))] = false;
+            viNextRows.pop_back();
+            iItem = parent(iItem);
+        }
+    }
+}
+
+void CNodeItems::addChildren(int iItem, const std::vector<int>& viChildren, const std::vector<bool>& vbOnPath)
+{
+    vItems[std::size_t(iItem)].iFirstChild = count();
+    for (const int iChild : viChildren)
+        if (!hasList(iChild, uNumNodes) || !vbOnPath[std::size_t(iChild)])
+            vItems.push_back({iChild, iItem, 0, 0});
+    vItems[std::size_t(iItem)].iNumChildren = count() - child(iItem, 0);
+}
+
+// The item below, or else the next one beside or further up.
+int CNodeItems::next(int iItem) const
+{
+    if (numChildren(iItem) > 0)
+        return child(iItem, 0);
+    while (iItem != 0 && row(iItem) + 1 == numChildren(parent(iItem)))
+        iItem = parent(iItem);
+    return iItem == 0 ? None : iItem + 1;
+}
+
+void CNodeItems::makeIndex() const
+{
+    viItems.assign(uNumNodes, None);
+    oItemsOutside.clear();
+    for (int iItem = vItems.empty() ? None : 0; iItem != None; iItem = next(iItem)) {
+        const int iNode = node(iItem);
+        if (!hasList(iNode, uNumNodes))
+            oItemsOutside.emplace(iNode, iItem);
+        else if (int& iFirst = viItems[std::size_t(iNode)]; iFirst == None)
+            iFirst = iItem;
+    }
+    bIndexed = true;
+}
+
+int CNodeItems::find(int iNode) const
+{
+    if (!bIndexed)
+        makeIndex();
+    if (hasList(iNode, uNumNodes))
+        return viItems[std::size_t(iNode)];
+    const auto oFound = oItemsOutside.find(iNode);
+    return oFound == oItemsOutside.end() ? None : oFound->second;
+}
+
+// Children have greater numbers than their parent, so each stands at its new place when its turn comes.
+std::vector<int> CNodeItems::sort(const Order& order)
+{
+    std::vector<int> viNumbers(vItems.size());
+    std::iota(viNumbers.begin(), viNumbers.end(), 0);
+    std::vector<int> viNodes;
+    std::vector<int> viPlaces;
+    for (int iItem = 0; iItem < count(); iItem++) {
+        viNodes.clear();
+        for (int iRow = 0; iRow < numChildren(iItem); iRow++) {
+            vItems[std::size_t(child(iItem, iRow))].iParent = iItem;
+            viNodes.push_back(node(child(iItem, iRow)));
+        }
+        if (viNodes.size() > 1 && order(viNodes, viPlaces))
+            moveChildren(iItem, viPlaces, viNumbers);
+    }
+    bIndexed = false;
+    return viNumbers;
+}
+
+void CNodeItems::moveChildren(int iParent, const std::vector<int>& viPlaces, std::vector<int>& viNumbers)
+{
+    const auto uFirst = std::size_t(child(iParent, 0));
+    const auto oFirst = vItems.begin() + std::ptrdiff_t(uFirst);
+    const std::vector<Item> vBefore(oFirst, oFirst + numChildren(iParent));
+    for (std::size_t i = 0; i < viPlaces.size(); i++) {
+        const auto uPlace = std::size_t(viPlaces[i]);
+        vItems[uFirst + i] = vBefore[uPlace];
+        viNumbers[uFirst + uPlace] = int(uFirst + i);
+    }
+}

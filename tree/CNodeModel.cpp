@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CNodeModel.h"
+
+#include "CKeywordTable.h"
+#include "CListViewItem.h"
+
+#include <algorithm>
+#include <numeric>
+
+CNodeModel::CNodeModel(QObject* pParent)
+    : QAbstractItemModel(pParent)
+{
+}
+
+CNodeModel::~CNodeModel() = default;
+
+void CNodeModel::setKeywords(std::unique_ptr<const CKeywordTable> pNewKeywords)
+{
+    pKeywords = std::move(pNewKeywords);
+}
+
+void CNodeModel::setTree(CNodeItems oNewItems, const topicicons::Icons& oNewIcons,
+    std::vector<signed char> vNewSigns, int iSortColumn, Qt::SortOrder eOrder)
+{
+    beginResetModel();
+    oItems = std::move(oNewItems);
+    oIcons = oNewIcons;
+    vSigns = std::move(vNewSigns);
+    sortItems(iSortColumn, eOrder);
+    endResetModel();
+}
+
+QModelIndex CNodeModel::indexOf(int iItem, int iColumn) const
+{
+    return iItem == CNodeItems::None ? QModelIndex()
+                                     : createIndex(oItems.row(iItem), iColumn, quintptr(iItem));
+}
+
+QModelIndex CNodeModel::find(int iNode) const
+{
+    return indexOf(oItems.find(iNode), CListViewItem::NodeColumn);
+}
+
+int CNodeModel::node(const QModelIndex& oIndex) const
+{
+    return oItems.node(int(oIndex.internalId()));
+}
+
+QModelIndex CNodeModel::index(int iRow, int iColumn, const QModelIndex& oParent) const
+{
+    if (iRow < 0 || iRow >= rowCount(oParent) || iColumn < 0 || iColumn >= CListViewItem::NumColumns)
+        return {};
+    const int iItem = oParent.isValid() ? oItems.child(int(oParent.internalId()), iRow) : 0;
+    return createIndex(iRow, iColumn, quintptr(iItem));
+}
+
+QModelIndex CNodeModel::parent(const QModelIndex& oIndex) const
+{
+    return oIndex.isValid() ? indexOf(oItems.parent(int(oIndex.internalId())), CListViewItem::NodeColumn)
+                            : QModelIndex();
+}
+
+int CNodeModel::rowCount(const QModelIndex& oParent) const
+{
+    if (!oParent.isValid())
+        return std::min(oItems.count(), 1);
+    return oParent.column() == CListViewItem::NodeColumn ? oItems.numChildren(int(oParent.internalId())) : 0;
+}
+
+int CNodeModel::columnCount(const QModelIndex& /*oParent*/) const
+{
+    return CListViewItem::NumColumns;
+}
+
+bool CNodeModel::hasChildren(const QModelIndex& oParent) const
+{
+    return rowCount(oParent) > 0;
+}
+
+// The view needn't remember whether leaves are open; but a lone root is.
+Qt::ItemFlags CNodeModel::flags(const QModelIndex& oIndex) const
+{
+    if (!oIndex.isValid())
+        return Qt::NoItemFlags;
+    const auto eFlags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const int iItem = int(oIndex.internalId());
+    return iItem == 0 || oItems.numChildren(iItem) > 0 ? eFlags : eFlags | Qt::ItemNeverHasChildren;
+}
+
+CListViewItem CNodeModel::item(int iNode, int iColumn) const
+{
+    const bool bTexts = iColumn == CListViewItem::KeywordColumn && pKeywords;
+    return CListViewItem(iNode, bTexts ? pKeywords->keywords(iNode) : QString());
+}
+
+// Deliberate: the root shows sign 0 whatever its topic. Test: tst_listview,
+// theRootShowsSign0WhateverItsTopic.
+QIcon CNodeModel::icon(int iItem) const
+{
+    if (iItem == 0)
+        return vSigns.empty() ? QIcon() : oIcons.forTopic(0);
+    const int iNode = oItems.node(iItem);
+    const bool bKnown = iNode >= 0 && std::size_t(iNode) < vSigns.size();
+    return bKnown ? oIcons.forTopic(vSigns[std::size_t(iNode)]) : QIcon();
+}
+
+QVariant CNodeModel::data(const QModelIndex& oIndex, int iRole) const
+{
+    if (!oIndex.isValid())
+        return {};
+    if (iRole == Qt::DisplayRole)
+        return item(node(oIndex), oIndex.column()).text(oIndex.column());
+    if (iRole == Qt::DecorationRole && oIndex.column() == CListViewItem::NodeColumn)
+        return icon(int(oIndex.internalId()));
+    return {};
+}
+
+QVariant CNodeModel::headerData(int iSection, Qt::Orientation eOrientation, int iRole) const
+{
+    if (eOrientation != Qt::Horizontal || iRole != Qt::DisplayRole)
+        return {};
+    return iSection == CListViewItem::NodeColumn ? QStringLiteral("Nodes") : QStringLiteral("Keywords");
+}
+
+void CNodeModel::sort(int iColumn, Qt::SortOrder eOrder)
+{
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList lBefore = persistentIndexList();
+    const std::vector<int> viNumbers = sortItems(iColumn, eOrder);
+    QModelIndexList lNow;
+    lNow.reserve(lBefore.size());
+    for (const QModelIndex& oIndex : lBefore)
+        lNow << indexOf(viNumbers[oIndex.internalId()], oIndex.column());
+    changePersistentIndexList(lBefore, lNow);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
+}
+
+std::vector<int> CNodeModel::sortItems(int iColumn, Qt::SortOrder eOrder)
+{
+    const int iSign = eOrder == Qt::AscendingOrder ? 1 : -1;
+    std::vector<CListViewItem> vSiblings;
+    const auto less = [&](int iOne, int iOther) {
+        return iSign * vSiblings[std::size_t(iOne)].compare(vSiblings[std::size_t(iOther)], iColumn) < 0;
+    };
+    return oItems.sort([&](const std::vector<int>& viNodes, std::vector<int>& viPlaces) {
+        vSiblings.clear();
+        for (const int iNode : viNodes)
+            vSiblings.push_back(item(iNode, iColumn));
+        viPlaces.resize(viNodes.size());
+        std::iota(viPlaces.begin(), viPlaces.end(), 0);
+        if (std::is_sorted(viPlaces.begin(), viPlaces.end(), less))
+            return false;
+        std::stable_sort(viPlaces.begin(), viPlaces.end(), less);
+        return true;
+    });
+}

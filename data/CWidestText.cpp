@@ -5,36 +5,121 @@
 
 #include <algorithm>
 
-CWidestText::CWidestText(const QFontMetrics& oFontMetrics, int iLeast)
-    : oMetrics(oFontMetrics)
+namespace {
+
+constexpr std::size_t LongestNumber = 32;
+constexpr std::size_t FirstPiece = 8192; ///< code units of a long text to lay out first
+
+/// The next letter of a text, or something beyond the known letters. Moves on behind it.
+unsigned nextLetter(const QChar*& pc, const QChar* /*pcEnd*/)
+{
+    return (pc++)->unicode();
+}
+
+unsigned nextLetter(const char*& pc, const char* pcEnd)
+{
+    const auto uFirst = static_cast<unsigned char>(*pc++);
+    if (uFirst < 0x80)
+        return uFirst;
+    constexpr unsigned char LeadOfTwo = 0xC2;
+    if (uFirst < LeadOfTwo || uFirst > 0xDF || pc == pcEnd
+        || (static_cast<unsigned char>(*pc) & 0xC0U) != 0x80U)
+        return CLetterWidths::NumLetters;
+    return (uFirst & 0x1FU) << 6U | (static_cast<unsigned char>(*pc++) & 0x3FU);
+}
+
+/// The most that the bounds of a text's letters may add up to if the text is to stay below a width in pixels.
+/// A thirty-second and a pixel are for what three letters do together that no two of them do.
+std::int64_t limit(int iWidth)
+{
+    return (std::int64_t(iWidth) - 1) * 64 * 32 / 33;
+}
+
+QString beginning(QStringView oText, std::size_t uLength)
+{
+    return oText.first(std::min(oText.size(), qsizetype(uLength))).toString();
+}
+
+QString beginning(std::string_view oText, std::size_t uLength)
+{
+    std::size_t uEnd = std::min(oText.size(), uLength);
+    while (uEnd < oText.size() && uEnd > 0 && (static_cast<unsigned char>(oText[uEnd]) & 0xC0U) == 0x80U)
+        uEnd--;
+    return QString::fromUtf8(oText.data(), qsizetype(uEnd));
+}
+
+} // namespace
+
+CWidestText::CWidestText(std::shared_ptr<CLetterWidths> pLetterWidths, int iLeast)
+    : pLetters(std::move(pLetterWidths))
     , iWidest(iLeast)
 {
 }
 
-// A pixel for rounding and a quarter for kerning on top of the letter's own width.
-int CWidestText::bound(QChar c)
+CWidestText::CWidestText(const QFontMetrics& oFontMetrics, int iLeast)
+    : CWidestText(std::make_shared<CLetterWidths>(oFontMetrics), iLeast)
 {
-    int& iBound = aiBounds[c.unicode()];
-    if (iBound == 0) {
-        const int iAdvance = std::max(oMetrics.horizontalAdvance(c), 0) + 1;
-        iBound = iAdvance + iAdvance / 4;
-    }
-    return iBound;
 }
 
-bool CWidestText::canWin(const QString& sText)
+template <typename View> bool CWidestText::canWin(View oText)
 {
-    qint64 iBound = 0;
-    for (const QChar c : sText) {
-        if (c.unicode() >= NumPlainLetters)
+    const auto* pc = oText.data();
+    const auto* const pcEnd = pc + oText.size();
+    std::int64_t iSum = 0;
+    const std::int64_t iLimit = limit(iWidest);
+    for (unsigned uBefore = 0; pc != pcEnd;) {
+        const unsigned uLetter = nextLetter(pc, pcEnd);
+        if (uLetter >= CLetterWidths::NumLetters)
             return true;
-        iBound += bound(c);
+        iSum += pLetters->after(uBefore, uLetter);
+        if (iSum > iLimit)
+            return true;
+        uBefore = uLetter;
     }
-    return iBound > iWidest;
+    return false;
+}
+
+template <typename View> bool CWidestText::isNewNumber(View oText)
+{
+    if (std::size_t(oText.size()) > LongestNumber || !pLetters->areDigitsAlike())
+        return true;
+    std::string oShape;
+    const auto* pc = oText.data();
+    const auto* const pcEnd = pc + oText.size();
+    while (pc != pcEnd) {
+        const unsigned uLetter = nextLetter(pc, pcEnd);
+        const bool bDigit = uLetter >= '0' && uLetter <= '9';
+        if (!bDigit && !CLetterWidths::isNumberSign(uLetter))
+            return true;
+        oShape += bDigit ? '0' : char(uLetter);
+    }
+    return oNumbers.insert(std::move(oShape)).second;
+}
+
+// A long text piece by piece, so that one of millions of letters costs no more than what a column can hold.
+template <typename View> void CWidestText::layOut(View oText)
+{
+    int iWidth = 0;
+    for (std::size_t uPiece = FirstPiece;; uPiece *= 2) {
+        iWidth = pLetters->metrics().horizontalAdvance(beginning(oText, uPiece));
+        if (iWidth >= Most || uPiece >= std::size_t(oText.size()))
+            break;
+    }
+    iWidest = std::max(iWidest, std::min(iWidth, Most));
+}
+
+template <typename View> void CWidestText::addView(View oText)
+{
+    if (iWidest < Most && canWin(oText) && isNewNumber(oText))
+        layOut(oText);
 }
 
 void CWidestText::add(const QString& sText)
 {
-    if (canWin(sText))
-        iWidest = std::max(iWidest, oMetrics.horizontalAdvance(sText));
+    addView(QStringView(sText));
+}
+
+void CWidestText::add(std::string_view oText)
+{
+    addView(oText);
 }

@@ -3,32 +3,43 @@
 
 #pragma once
 
-#include <QFontMetrics>
+#include "CLetterWidths.h"
+
 #include <QString>
 
-#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
 
 /// Finds the width of the widest of many texts in one font, without laying out each of them.
 ///
-/// Laying out a text costs a hundred times more than adding up its letters' widths. For plain Latin letters
-/// the sum and a margin for kerning are an upper bound, so only texts that could still win are laid out.
-/// Texts with any other letter always are.
+/// Laying out a text costs fifty times more than adding up its letters' bounds, so only texts that could
+/// still win are laid out. Numbers and dates are nearly all of the same width: of those that differ in their
+/// digits only, one is laid out. Texts with letters that have no bound always are.
 class CWidestText
 {
 public:
-    /// `iLeast` is the width in pixels to start from.
+    /// Pixels; what is wider counts as so wide. Columns can't be much wider.
+    static constexpr int Most = 1'000'000;
+
+    /// `iLeast` is the width in pixels to start from. The letter widths may serve many objects.
+    CWidestText(std::shared_ptr<CLetterWidths> pLetterWidths, int iLeast);
     CWidestText(const QFontMetrics& oFontMetrics, int iLeast);
 
     void add(const QString& sText);
+    /// A text in UTF-8.
+    void add(std::string_view oText);
     /// Width in pixels of the widest text so far, as QFontMetrics::horizontalAdvance() gives it.
     int width() const { return iWidest; }
 
 private:
-    bool canWin(const QString& sText);
-    int bound(QChar c);
+    template <typename View> bool canWin(View oText);
+    template <typename View> bool isNewNumber(View oText);
+    template <typename View> void layOut(View oText);
+    template <typename View> void addView(View oText);
 
-    static constexpr int NumPlainLetters = 0x250; ///< ASCII, Latin-1 and the Latin extensions A and B
-    QFontMetrics oMetrics;
-    std::array<int, NumPlainLetters> aiBounds{}; ///< 0: not asked for yet
+    std::shared_ptr<CLetterWidths> pLetters;
     int iWidest;
+    std::unordered_set<std::string> oNumbers; ///< those laid out, with 0 for each digit
 };

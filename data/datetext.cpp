@@ -4,6 +4,7 @@
 #include "datetext.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
 
@@ -24,7 +25,62 @@ template <typename T> int limited(T iValue)
     return static_cast<int>(std::clamp(iValue, Lowest, Highest));
 }
 
+constexpr std::string_view StampForm = "0000-00-00 00:00:00"; ///< 0: a digit
+constexpr int Minute = 60; ///< seconds
+constexpr int Hour = 3600;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+bool hasStampForm(std::string_view oDate)
+{
+    if (oDate.size() < StampForm.size()
+        || (oDate.size() > StampForm.size() && oDate[StampForm.size()] != '.'))
+        return false;
+    for (std::size_t i = 0; i < StampForm.size(); i++)
+        if (StampForm[i] == '0' ? !isDigit(oDate[i]) : oDate[i] != StampForm[i])
+            return false;
+    return true;
+}
+
+int twoDigits(const char* pc)
+{
+    return 10 * (pc[0] - '0') + pc[1] - '0';
+}
+
 } // namespace
+
+std::optional<Stamp> stamp(std::string_view oDate)
+{
+    if (!hasStampForm(oDate))
+        return std::nullopt;
+    const char* pc = oDate.data();
+    const int iYear = 100 * twoDigits(pc) + twoDigits(pc + 2);
+    const std::chrono::year_month_day oDay(std::chrono::year(iYear),
+        std::chrono::month(unsigned(twoDigits(pc + 5))), std::chrono::day(unsigned(twoDigits(pc + 8))));
+    const int iHour = twoDigits(pc + 11);
+    const int iMinute = twoDigits(pc + 14);
+    const int iSecond = twoDigits(pc + 17);
+    if (iYear == 0 || !oDay.ok() || iHour > 23 || iMinute > 59 || iSecond > 59)
+        return std::nullopt;
+    return Stamp{
+        std::chrono::sys_days(oDay).time_since_epoch().count(), iHour * Hour + iMinute * Minute + iSecond};
+}
+
+std::tm fields(const Stamp& oStamp)
+{
+    const std::chrono::year_month_day oDay{std::chrono::sys_days(std::chrono::days(oStamp.iDay))};
+    std::tm oFields{};
+    oFields.tm_year = int(oDay.year()) - 1900;
+    oFields.tm_mon = int(unsigned(oDay.month())) - 1;
+    oFields.tm_mday = int(unsigned(oDay.day()));
+    oFields.tm_hour = oStamp.iSecond / Hour;
+    oFields.tm_min = oStamp.iSecond % Hour / Minute;
+    oFields.tm_sec = oStamp.iSecond % Minute;
+    return oFields;
+}
 
 std::optional<std::time_t> rowTime(const char* pcDate)
 {

@@ -3,11 +3,28 @@
 
 #pragma once
 
+#include <cstdint>
 #include <ctime>
 #include <optional>
+#include <string_view>
 
 /// Date texts, local times and minutes. All functions are pure, need no Qt and may be called from any thread.
 namespace datetext {
+
+/// A date with time, of no particular zone.
+struct Stamp
+{
+    std::int64_t iDay; ///< days since 1970-01-01
+    int iSecond; ///< seconds since midnight
+};
+
+/// The stamp of the text in which the server writes a date with time: "YYYY-MM-DD HH:MM:SS", perhaps with a
+/// fraction, which is dropped. Nothing for a text of another form and a day that is in no calendar, as zero
+/// dates are.
+std::optional<Stamp> stamp(std::string_view oDate);
+
+/// Year, month, day and time of day of a stamp.
+std::tm fields(const Stamp& oStamp);
 
 /// Local time of a row's date text "YYYY-MM-DDTHH:MM:SS"; what follows the seconds is not looked at. Nothing
 /// when the text doesn't begin with such a date.

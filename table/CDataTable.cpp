@@ -62,16 +62,18 @@ void CDataTable::ensureCellVisible(int iRow, int iColumn)
 
 void CDataTable::adjustColumns()
 {
+    if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
+        pLetterWidths = std::make_shared<CLetterWidths>(fontMetrics());
     std::vector<CWidestText> vWidest;
     for (int iColumn = 0; iColumn < numCols(); iColumn++) {
         const QString sLabel = pModel->headerData(iColumn, Qt::Horizontal).toString() + QLatin1Char('W');
         const int iLabel = horizontalHeader()->fontMetrics().horizontalAdvance(sLabel);
-        vWidest.emplace_back(fontMetrics(), iLabel - CellPadding);
+        vWidest.emplace_back(pLetterWidths, iLabel - CellPadding);
     }
-    // Row by row: the client library is quick at going on, not at jumping.
+    // Row by row: a row that is being read is at hand.
     for (int iRow = 0; iRow < numRows() && !vWidest.empty(); iRow++)
         for (int iColumn = 0; iColumn < numCols(); iColumn++)
-            vWidest[std::size_t(iColumn)].add(pModel->shownText(iRow, iColumn));
+            pModel->addWidth(vWidest[std::size_t(iColumn)], iRow, iColumn);
     for (int iColumn = 0; iColumn < numCols(); iColumn++)
         horizontalHeader()->resizeSection(iColumn, vWidest[std::size_t(iColumn)].width() + CellPadding);
 }

@@ -8,6 +8,10 @@
 #include <QSqlRecord>
 #include <QTableView>
 
+#include <memory>
+
+class CLetterWidths;
+
 /// A read-only grid over a query's result: single rows are selected, a row is current only once somebody has
 /// chosen one, columns are as wide as their contents. [ui-thread]
 class CDataTable : public QTableView
@@ -58,6 +62,7 @@ private:
     QPoint insideCells(const QPoint& oPos) const;
 
     CDocumentModel* pModel;
+    std::shared_ptr<CLetterWidths> pLetterWidths; ///< of the font at the last adjustColumns()
     QSqlRecord oCurrentRecord;
     int iCurrentColumn = -1;
     bool bSelectingRow = false;

@@ -3,13 +3,12 @@
 
 #include "CDocumentModel.h"
 
+#include "data/CStoredRows.h"
+#include "data/CWidestText.h"
 #include "fieldtext.h"
 
 #include <QSqlField>
-#include <QSqlQuery>
 #include <QSqlRecord>
-
-#include <algorithm>
 
 namespace {
 
@@ -26,10 +25,10 @@ CDocumentModel::CDocumentModel(QObject* pParent)
 
 CDocumentModel::~CDocumentModel() = default;
 
-void CDocumentModel::setResult(std::shared_ptr<QSqlQuery> pNewQuery, const QStringList& slShownColumns)
+void CDocumentModel::setResult(std::shared_ptr<CStoredRows> pNewRows, const QStringList& slShownColumns)
 {
     beginResetModel();
-    pQuery = std::move(pNewQuery);
+    pRows = std::move(pNewRows);
     vColumns.clear();
     for (const QString& sName : slShownColumns)
         vColumns.push_back(findColumn(sName));
@@ -41,23 +40,33 @@ void CDocumentModel::clear()
     setResult(nullptr, {});
 }
 
+CDocumentModel::Kind CDocumentModel::kind(const QSqlField& oField)
+{
+    switch (oField.metaType().id()) {
+    case QMetaType::QString:
+        return Kind::Text;
+    case QMetaType::QDateTime:
+        return Kind::DateTime;
+    case QMetaType::Double:
+        return oField.precision() == FloatingDecimals ? Kind::Floating : Kind::Other;
+    default:
+        return Kind::Other;
+    }
+}
+
 // The first field of that name, whatever its letter case.
 CDocumentModel::Column CDocumentModel::findColumn(const QString& sName) const
 {
-    const QSqlRecord oRecord = pQuery ? pQuery->record() : QSqlRecord();
-    for (int i = 0; i < oRecord.count(); i++) {
-        if (oRecord.fieldName(i).compare(sName, Qt::CaseInsensitive) == 0) {
-            const QSqlField oField = oRecord.field(i);
-            return {sName, i,
-                oField.metaType().id() == QMetaType::Double && oField.precision() == FloatingDecimals};
-        }
-    }
-    return {sName, -1, false};
+    const QSqlRecord oFields = pRows ? pRows->fields() : QSqlRecord();
+    for (int i = 0; i < oFields.count(); i++)
+        if (oFields.fieldName(i).compare(sName, Qt::CaseInsensitive) == 0)
+            return {sName, i, kind(oFields.field(i))};
+    return {sName};
 }
 
 int CDocumentModel::rowCount(const QModelIndex& oParent) const
 {
-    return oParent.isValid() || !pQuery ? 0 : std::max(pQuery->size(), 0);
+    return oParent.isValid() || !pRows ? 0 : pRows->numRows();
 }
 
 int CDocumentModel::columnCount(const QModelIndex& oParent) const
@@ -81,39 +90,40 @@ QVariant CDocumentModel::headerData(int iSection, Qt::Orientation eOrientation, 
     return iSection >= 0 && iSection < columnCount() ? vColumns[std::size_t(iSection)].sName : QVariant();
 }
 
-// Looking a row up by its number walks a list inside the client library, so don't when the query stands there
-// already.
-void CDocumentModel::seek(int iRow) const
+QVariant CDocumentModel::value(int iRow, const Column& oColumn) const
 {
-    if (pQuery->at() != iRow)
-        pQuery->seek(iRow);
-}
-
-QVariant CDocumentModel::value(int iRow, int iColumn) const
-{
-    const Column& oColumn = vColumns[std::size_t(iColumn)];
-    if (oColumn.iField < 0)
+    if (oColumn.eKind == Kind::Missing)
         return QString();
-    seek(iRow);
-    const QVariant oValue = pQuery->value(oColumn.iField);
-    return oColumn.bFloating && !oValue.isNull() ? QVariant(oValue.toDouble()) : oValue;
+    const QVariant oValue = pRows->value(iRow, oColumn.iField);
+    return oColumn.eKind == Kind::Floating && !oValue.isNull() ? QVariant(oValue.toDouble()) : oValue;
 }
 
 QString CDocumentModel::shownText(int iRow, int iColumn) const
 {
-    return fieldtext::shown(value(iRow, iColumn), oLocale);
+    const Column& oColumn = vColumns[std::size_t(iColumn)];
+    if (oColumn.eKind == Kind::DateTime)
+        if (const auto oBytes = pRows->bytes(iRow, oColumn.iField))
+            if (const auto oStamp = datetext::stamp(*oBytes))
+                return oShortDates.text(*oStamp);
+    return fieldtext::shown(value(iRow, oColumn), oShortDates.locale());
+}
+
+void CDocumentModel::addWidth(CWidestText& oWidest, int iRow, int iColumn) const
+{
+    const Column& oColumn = vColumns[std::size_t(iColumn)];
+    if (oColumn.eKind == Kind::Text)
+        if (const auto oBytes = pRows->bytes(iRow, oColumn.iField))
+            return oWidest.add(*oBytes);
+    oWidest.add(shownText(iRow, iColumn));
 }
 
 QString CDocumentModel::valueText(int iRow, int iColumn) const
 {
     const bool bInside = iRow >= 0 && iRow < rowCount() && iColumn >= 0 && iColumn < columnCount();
-    return bInside ? fieldtext::plain(value(iRow, iColumn)) : QString();
+    return bInside ? fieldtext::plain(value(iRow, vColumns[std::size_t(iColumn)])) : QString();
 }
 
 QSqlRecord CDocumentModel::record(int iRow) const
 {
-    if (!pQuery || !pQuery->isActive())
-        return {};
-    seek(iRow);
-    return pQuery->record();
+    return pRows ? pRows->record(iRow) : QSqlRecord();
 }

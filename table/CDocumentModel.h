@@ -3,14 +3,17 @@
 
 #pragma once
 
+#include "CShortDates.h"
+
 #include <QAbstractTableModel>
-#include <QLocale>
 #include <QStringList>
 
 #include <memory>
 #include <vector>
 
-class QSqlQuery;
+class CStoredRows;
+class CWidestText;
+class QSqlField;
 class QSqlRecord;
 
 /// The rows of a query's result and those of its columns that are shown. Copies nothing: values are read
@@ -24,11 +27,11 @@ public:
     ~CDocumentModel() override;
 
     /// Shows dates in the short form of this locale.
-    void setLocale(const QLocale& oNewLocale) { oLocale = oNewLocale; }
+    void setLocale(const QLocale& oNewLocale) { oShortDates = CShortDates(oNewLocale); }
 
     /// Shows a result's columns of the given names, in this order; a name that it lacks gives an empty
     /// column. The result may be a failed one: it has no rows.
-    void setResult(std::shared_ptr<QSqlQuery> pNewQuery, const QStringList& slShownColumns);
+    void setResult(std::shared_ptr<CStoredRows> pNewRows, const QStringList& slShownColumns);
     /// Lets the result go; no rows and columns are left.
     void clear();
 
@@ -42,24 +45,35 @@ public:
 
     /// The text a cell shows; row and column must exist.
     QString shownText(int iRow, int iColumn) const;
+    /// Adds the text that a cell shows to those whose width is sought.
+    void addWidth(CWidestText& oWidest, int iRow, int iColumn) const;
     /// The value of a cell as text, which is not always what it shows; "" outside of the table.
     QString valueText(int iRow, int iColumn) const;
     /// All fields of a row, also those not shown; without values if there is no such row.
     QSqlRecord record(int iRow) const;
 
 private:
+    enum class Kind
+    {
+        Missing, ///< the result has no such field
+        Text,
+        DateTime,
+        Floating, ///< floating-point numbers
+        Other
+    };
+
     struct Column
     {
         QString sName;
-        int iField; ///< -1: the result has no such field
-        bool bFloating; ///< the field holds floating-point numbers
+        int iField = -1;
+        Kind eKind = Kind::Missing;
     };
 
+    static Kind kind(const QSqlField& oField);
     Column findColumn(const QString& sName) const;
-    QVariant value(int iRow, int iColumn) const;
-    void seek(int iRow) const;
+    QVariant value(int iRow, const Column& oColumn) const;
 
-    QLocale oLocale;
-    std::shared_ptr<QSqlQuery> pQuery;
+    mutable CShortDates oShortDates;
+    std::shared_ptr<CStoredRows> pRows; ///< null: no result
     std::vector<Column> vColumns;
 };

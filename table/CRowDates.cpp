@@ -3,56 +3,52 @@
 
 #include "CRowDates.h"
 
+#include "data/CStoredRows.h"
 #include "data/datetext.h"
 #include "fieldtext.h"
 
-#include <QSqlQuery>
-#include <QSqlRecord>
-#include <QVariant>
+#include <QSqlField>
 
 #include <cstdio>
 
 namespace {
 
-int dateField(const QSqlRecord& oRecord)
+int dateField(const QSqlRecord& oFields)
 {
-    for (int i = 0; i < oRecord.count(); i++)
-        if (oRecord.fieldName(i) == QStringLiteral("date"))
+    for (int i = 0; i < oFields.count(); i++)
+        if (oFields.fieldName(i) == QStringLiteral("date"))
             return i;
     return 0;
 }
 
 } // namespace
 
-CRowDates::CRowDates(QSqlQuery* pResult)
-    : pQuery(pResult)
+CRowDates::CRowDates(const CStoredRows* pResult)
+    : pRows(pResult)
 {
-    if (pQuery == nullptr)
+    if (pRows == nullptr)
         return;
-    iField = dateField(pQuery->record());
-    bAtRow = pQuery->first();
+    iField = dateField(pRows->fields());
+    bStamps = pRows->fields().field(iField).metaType().id() == QMetaType::QDateTime;
 }
 
-CRowDates::~CRowDates()
+int CRowDates::numRows() const
 {
-    if (pQuery != nullptr)
-        pQuery->first();
+    return pRows == nullptr ? 0 : pRows->numRows();
 }
 
-void CRowDates::next()
+QByteArray CRowDates::text(int iRow) const
 {
-    bAtRow = pQuery->next();
-    iRow++;
+    return fieldtext::plain(pRows->value(iRow, iField)).toLatin1();
 }
 
-QString CRowDates::text() const
+std::optional<std::time_t> CRowDates::time(int iRow)
 {
-    return fieldtext::plain(pQuery->value(iField));
-}
-
-std::optional<std::time_t> CRowDates::time() const
-{
-    const QByteArray oText = text().toLatin1();
+    if (bStamps)
+        if (const auto oBytes = pRows->bytes(iRow, iField))
+            if (const auto oStamp = datetext::stamp(*oBytes))
+                return oLocalTimes.time(*oStamp);
+    const QByteArray oText = text(iRow);
     const auto iTime = datetext::rowTime(oText.constData());
     if (!iTime) {
         std::printf("CNodeBrowser->CTable: Warning: The                        following Date could not be "

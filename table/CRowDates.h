@@ -3,40 +3,33 @@
 
 #pragma once
 
-#include <QString>
+#include "data/CLocalTimes.h"
+
+#include <QByteArray>
 
 #include <ctime>
 #include <optional>
 
-class QSqlQuery;
+class CStoredRows;
 
-/// A walk over the dates of a result's rows, from the first row on. Puts the query back on its first row at
-/// the end. [ui-thread]
+/// The dates of a result's rows. [ui-thread]
 ///
 /// The date column is the first field named exactly "date", or the first field if there is none.
 class CRowDates
 {
 public:
     /// `pResult` may be null, for no rows; it must outlive this object.
-    explicit CRowDates(QSqlQuery* pResult);
-    ~CRowDates();
-    CRowDates(const CRowDates&) = delete;
-    CRowDates& operator=(const CRowDates&) = delete;
+    explicit CRowDates(const CStoredRows* pResult);
 
-    /// False: there is no further row.
-    bool isAtRow() const { return bAtRow; }
-    /// Number of the row from 0.
-    int row() const { return iRow; }
-    void next();
-
-    /// The row's date text, "YYYY-MM-DDTHH:MM:SS" for a date with time.
-    QString text() const;
-    /// The row's date as local time. Nothing, and a warning on standard output, if the text is no such date.
-    std::optional<std::time_t> time() const;
+    int numRows() const;
+    /// A row's date text, "YYYY-MM-DDTHH:MM:SS" for a date with time; the row must exist.
+    QByteArray text(int iRow) const;
+    /// A row's date as local time. Nothing, and a warning on standard output, if the text is no such date.
+    std::optional<std::time_t> time(int iRow);
 
 private:
-    QSqlQuery* pQuery;
+    const CStoredRows* pRows;
     int iField = 0;
-    int iRow = 0;
-    bool bAtRow = false;
+    bool bStamps = false; ///< the field holds dates with time
+    CLocalTimes oLocalTimes;
 };

@@ -5,12 +5,14 @@
 
 #include "CRowColorDelegate.h"
 #include "CRowDates.h"
+#include "data/CStoredRows.h"
 #include "data/datetext.h"
 #include "data/somconnection.h"
 #include "weblink.h"
 
 #include <QDateTime>
 #include <QKeyEvent>
+#include <QSqlQuery>
 #include <QSqlRecord>
 
 #include <cstring>
@@ -66,24 +68,22 @@ void CTable::setSOMTable(QString sName)
     if (oTables.sSourceTable.isEmpty())
         return;
     pSelectCursor = execute(selectionquery::probe(oTables));
-    slColumns = fieldNames(pSelectCursor->record());
+    slColumns = fieldNames(pSelectCursor->fields());
     pbShowColumn = std::make_unique<bool[]>(std::size_t(slColumns.count()));
     for (int i = 0; i < slColumns.count(); i++)
         pbShowColumn[std::size_t(i)] =
             slColumns[i] == QStringLiteral("title") || slColumns[i] == QStringLiteral("date");
 }
 
-// A statement that fails leaves an inactive query: no rows and, on purpose, no message.
-std::shared_ptr<QSqlQuery> CTable::execute(const QString& sStatement)
+// A statement that fails gives no rows and, on purpose, no message.
+std::shared_ptr<CStoredRows> CTable::execute(const QString& sStatement)
 {
     // A query of the connection would use what the driver has freed if it failed to open halfway.
     if (!oSOMDatabase.isOpen())
-        return std::make_shared<QSqlQuery>();
-    auto pQuery = std::make_shared<QSqlQuery>(oSOMDatabase);
-    // Otherwise the driver turns fixed-point numbers into floating-point ones and drops their trailing zeros.
-    pQuery->setNumericalPrecisionPolicy(QSql::HighPrecision);
-    pQuery->exec(sStatement);
-    return pQuery;
+        return std::make_shared<CStoredRows>(QSqlQuery());
+    QSqlQuery oQuery(oSOMDatabase);
+    oQuery.exec(sStatement);
+    return std::make_shared<CStoredRows>(std::move(oQuery));
 }
 
 QStringList CTable::shownColumns() const
@@ -156,27 +156,28 @@ void CTable::fillDate(int* piDate)
         std::optional<std::time_t> tBase;
         // Not beyond the rows that the host was told of: after a new table name the cursor is that of the
         // probe.
-        for (CRowDates oDates(pSelectCursor.get()); oDates.isAtRow() && oDates.row() < numRows();
-             oDates.next()) {
-            const auto tDate = oDates.time();
+        CRowDates oDates(pSelectCursor.get());
+        for (int iRow = 0; iRow < std::min(oDates.numRows(), numRows()); iRow++) {
+            const auto tDate = oDates.time(iRow);
             if (!tDate)
                 continue;
             if (!tBase)
                 tBase = tDate;
-            piDate[oDates.row()] = datetext::minutes(*tDate - *tBase);
+            piDate[iRow] = datetext::minutes(*tDate - *tBase);
         }
     });
 }
 
 int CTable::findRowAfter(std::time_t iStart)
 {
-    for (CRowDates oDates(pSelectCursor.get()); oDates.isAtRow(); oDates.next()) {
-        const auto tDate = oDates.time();
+    CRowDates oDates(pSelectCursor.get());
+    for (int iRow = 0; iRow < oDates.numRows(); iRow++) {
+        const auto tDate = oDates.time(iRow);
         if (!tDate)
             continue;
         tFrameStart = *tDate;
         if (tFrameStart > iStart)
-            return oDates.row();
+            return iRow;
     }
     return -1;
 }
@@ -229,8 +230,8 @@ void CTable::getFirstDateInSelection(char* pcFirstDateInSelection)
 {
     oAnswer.give([&] {
         const CRowDates oDates(pSelectCursor.get());
-        if (oDates.isAtRow())
-            std::strcpy(pcFirstDateInSelection, oDates.text().toLatin1().constData());
+        if (oDates.numRows() > 0)
+            std::strcpy(pcFirstDateInSelection, oDates.text(0).constData());
         else
             qDebug("CTable: An Error occurred while getting first date in selection                \n"
                    "SelectCursor is empty!");

@@ -8,13 +8,13 @@
 #include "selectionquery.h"
 
 #include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStringList>
 
 #include <ctime>
 #include <memory>
 
 class CRowColorDelegate;
+class CStoredRows;
 class QDateTime;
 
 /// The documents of the chosen node. Owns the database connection, builds and runs the node's query, and
@@ -80,14 +80,15 @@ protected:
     void showEvent(QShowEvent* pEvent) override;
 
 private:
-    std::shared_ptr<QSqlQuery> execute(const QString& sStatement);
+    std::shared_ptr<CStoredRows> execute(const QString& sStatement);
     QStringList shownColumns() const;
     int findRowAfter(std::time_t iStart);
     void showMarkedRow(int iRow);
     void scrollToMarkedRow(int iRow);
 
     QSqlDatabase oSOMDatabase;
-    std::shared_ptr<QSqlQuery> pSelectCursor; ///< the last probe or selection; the model keeps what it shows
+    std::shared_ptr<CStoredRows>
+        pSelectCursor; ///< the last probe or selection; the model keeps what it shows
     selectionquery::Tables oTables;
     QString sSortField = QStringLiteral("date");
     QStringList slColumns;

@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+#include <array>
 #include <ctime>
 #include <limits>
 
@@ -55,6 +56,48 @@ private Q_SLOTS:
         const auto iTime = datetext::rowTime("2005-03-27T02:30:00");
         QVERIFY(iTime.has_value());
         QVERIFY(*iTime == 1111885200 - 1800 || *iTime == 1111885200 + 1800);
+    }
+
+    void aServersDateIsReadByPosition_data()
+    {
+        QTest::addColumn<QByteArray>("oDate");
+        QTest::addColumn<qint64>("iSeconds"); // of a world without zones
+        QTest::newRow("first day") << "1970-01-01 00:00:00"_ba << qint64(0);
+        QTest::newRow("afternoon") << "2005-03-01 13:05:07"_ba << qint64(1109682307);
+        QTest::newRow("with a fraction") << "2005-03-01 13:05:07.999999"_ba << qint64(1109682307);
+        QTest::newRow("before the first day") << "1969-12-31 23:59:58"_ba << qint64(-2);
+        QTest::newRow("leap day") << "2000-02-29 00:00:00"_ba << qint64(951782400);
+        QTest::newRow("first year") << "0001-01-01 00:00:00"_ba << qint64(-62135596800);
+        QTest::newRow("last second") << "9999-12-31 23:59:59"_ba << qint64(253402300799);
+    }
+
+    void aServersDateIsReadByPosition()
+    {
+        QFETCH(QByteArray, oDate);
+        const auto oStamp = datetext::stamp(oDate.toStdString());
+        QVERIFY(oStamp.has_value());
+        QTEST(qint64(oStamp->iDay * 86400 + oStamp->iSecond), "iSeconds");
+        const std::tm oFields = datetext::fields(*oStamp);
+        std::array<char, 20> acText{};
+        std::strftime(acText.data(), acText.size(), "%Y-%m-%d %H:%M:%S", &oFields);
+        QCOMPARE(QByteArray(acText.data()).rightJustified(19, '0'), oDate.first(19));
+    }
+
+    void otherTextsAreNoServersDate_data()
+    {
+        QTest::addColumn<QByteArray>("oDate");
+        for (const char* pcDate :
+            {"", "2005-03-01", "2005-03-01T13:05:07", "2005-03-01 13:05", "2005-03-01 13:05:07 ",
+                "2005-03-01 13:05:0x", "2005-0a-01 13:05:07", "0000-00-00 00:00:00", "0000-01-01 00:00:00",
+                "2005-00-01 00:00:00", "2005-13-01 00:00:00", "2005-02-29 00:00:00", "2005-03-00 00:00:00",
+                "2005-03-01 24:00:00", "2005-03-01 13:60:00", "2005-03-01 13:00:60", "-005-03-01 13:05:07"})
+            QTest::newRow(pcDate) << QByteArray(pcDate);
+    }
+
+    void otherTextsAreNoServersDate()
+    {
+        QFETCH(QByteArray, oDate);
+        QVERIFY(!datetext::stamp(oDate.toStdString()));
     }
 
     void aHostsDateIsReadAsLocalTime_data()

@@ -3,6 +3,7 @@
 
 #include "table/CDocumentModel.h"
 
+#include "data/CStoredRows.h"
 #include "data/somconnection.h"
 #include "tests/support/CPrivateServer.h"
 #include "tests/support/CStrictTest.h"
@@ -129,12 +130,12 @@ private Q_SLOTS:
             QCOMPARE(pModel->shownText(iRow, 0), QString::number(iRow + 1));
     }
 
-    void aMovedQueryIsSetBack()
+    void anotherReaderDoesNotDisturb()
     {
         const auto pResult = result(u"ORDER BY id"_s);
         pModel->setResult(pResult, {u"id"_s});
         QCOMPARE(pModel->shownText(2, 0), u"3"_s);
-        pResult->first();
+        QCOMPARE(pResult->bytes(0, 0), "1");
         QCOMPARE(pModel->shownText(2, 0), u"3"_s);
         QCOMPARE(pModel->record(5).value(u"id"_s).toInt(), 6);
     }
@@ -184,15 +185,14 @@ private Q_SLOTS:
     }
 
 private:
-    std::shared_ptr<QSqlQuery> run(const QString& sStatement)
+    std::shared_ptr<CStoredRows> run(const QString& sStatement)
     {
-        auto pQuery = std::make_shared<QSqlQuery>(oDatabase);
-        pQuery->setNumericalPrecisionPolicy(QSql::HighPrecision);
-        pQuery->exec(sStatement);
-        return pQuery;
+        QSqlQuery oQuery(oDatabase);
+        oQuery.exec(sStatement);
+        return std::make_shared<CStoredRows>(std::move(oQuery));
     }
 
-    std::shared_ptr<QSqlQuery> result(const QString& sCondition)
+    std::shared_ptr<CStoredRows> result(const QString& sCondition)
     {
         return run(u"SELECT * FROM document "_s + sCondition);
     }

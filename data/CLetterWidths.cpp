@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CLetterWidths.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr QStringView NumberSigns(u" .,:-/+");
+constexpr QStringView Digits(u"0123456789");
+
+} // namespace
+
+CLetterWidths::CLetterWidths(const QFontMetrics& oFontMetrics)
+    : oMetrics(oFontMetrics)
+    , oExact(oFontMetrics)
+    , viWidths(std::size_t(NumLetters) * NumLetters)
+{
+}
+
+// Letters that move closer together count as if they did not.
+int CLetterWidths::measure(unsigned uBefore, unsigned uLetter) const
+{
+    const QString sLetter(QChar{uLetter});
+    double fWidth = oExact.horizontalAdvance(sLetter);
+    if (uBefore != 0) {
+        const QString sBefore(QChar{uBefore});
+        fWidth =
+            std::max(fWidth, oExact.horizontalAdvance(sBefore + sLetter) - oExact.horizontalAdvance(sBefore));
+    }
+    return int(std::ceil(std::max(fWidth, 0.0) * 64)) + 1;
+}
+
+bool CLetterWidths::isNumberSign(unsigned uLetter)
+{
+    return uLetter < NumLetters && NumberSigns.contains(QChar{uLetter});
+}
+
+bool CLetterWidths::areDigitsAlike()
+{
+    if (!oDigitsAlike)
+        oDigitsAlike = compareDigits();
+    return *oDigitsAlike;
+}
+
+bool CLetterWidths::compareDigits() const
+{
+    const auto width = [&](QChar oFirst, QChar oSecond) {
+        return oExact.horizontalAdvance(QString(oFirst) + oSecond);
+    };
+    for (const QChar oDigit : Digits) {
+        for (const QChar oOther : Digits)
+            if (width(oDigit, oOther) != width(u'0', u'0'))
+                return false;
+        for (const QChar oSign : NumberSigns)
+            if (width(oDigit, oSign) != width(u'0', oSign) || width(oSign, oDigit) != width(oSign, u'0'))
+                return false;
+    }
+    return true;
+}

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#include "CLocalTimes.h"
+
+namespace {
+
+constexpr std::int64_t Day = 86400; ///< seconds
+constexpr int Noon = 12;
+
+std::time_t localTime(std::tm oFields)
+{
+    oFields.tm_isdst = -1; // the zone's rules decide about summer time
+    return std::mktime(&oFields);
+}
+
+} // namespace
+
+std::time_t CLocalTimes::time(const datetext::Stamp& oStamp)
+{
+    const Midnight& oMidnight = midnight(oStamp.iDay);
+    if (!oMidnight)
+        return askZone(oStamp);
+    tUnasked = *oMidnight + oStamp.iSecond;
+    return *tUnasked;
+}
+
+const CLocalTimes::Midnight& CLocalTimes::midnight(std::int64_t iDay)
+{
+    if (iDay == iLastDay)
+        return oLastMidnight;
+    auto it = oMidnights.find(iDay);
+    if (it == oMidnights.end())
+        it = oMidnights.emplace(iDay, lookUp(iDay)).first;
+    iLastDay = iDay;
+    oLastMidnight = it->second;
+    return oLastMidnight;
+}
+
+// A local day lies within the four UTC days around it. If the zone's offset is the same at the ends of them
+// all, the day has no gap and no hour twice.
+CLocalTimes::Midnight CLocalTimes::lookUp(std::int64_t iDay)
+{
+    const long iOffset = offset(iDay);
+    if (offset(iDay - 1) != iOffset || offset(iDay + 1) != iOffset || offset(iDay + 2) != iOffset)
+        return std::nullopt;
+    const std::time_t tMidnight = iDay * Day - iOffset;
+    std::tm oNoon{};
+    localtime_r(&tMidnight, &oNoon);
+    oNoon.tm_hour = Noon;
+    // Not so in zones that count leap seconds.
+    return localTime(oNoon) == tMidnight + Day / 2 ? Midnight(tMidnight) : std::nullopt;
+}
+
+long CLocalTimes::offset(std::int64_t iDay)
+{
+    const auto [it, bNew] = oOffsets.try_emplace(iDay, 0);
+    if (bNew) {
+        const std::time_t tStart = iDay * Day;
+        std::tm oFields{};
+        localtime_r(&tStart, &oFields);
+        it->second = oFields.tm_gmtoff;
+    }
+    return it->second;
+}
+
+// Where an hour comes twice or not at all, mktime() goes by the offset that it used last, so let that be the
+// offset of the date before.
+std::time_t CLocalTimes::askZone(const datetext::Stamp& oStamp)
+{
+    if (tUnasked) {
+        std::tm oBefore{};
+        localtime_r(&*tUnasked, &oBefore);
+        std::mktime(&oBefore);
+        tUnasked.reset();
+    }
+    return localTime(datetext::fields(oStamp));
+}

@@ -47,6 +47,13 @@ void renewExitGuard()
     exitguard::renew(stopAtExit);
 }
 
+// At load: the process may end in its main thread while the first construction of another thread makes the
+// application object, which is before any exit handler of ours.
+[[gnu::constructor]] void guardLoadingThread()
+{
+    exitguard::guardMainThread(stopAtExit);
+}
+
 // The viewers as well: nobody serves them until the next construction.
 void hideWindows()
 {
@@ -161,6 +168,8 @@ bool CUserInterfaceThread::makeBrowser()
     BrowserSettings oWanted;
     {
         const std::lock_guard<std::mutex> lock(oStateMutex);
+        if (bStopping)
+            return false;
         oWanted = oSettings;
         bLoopAlive = true;
     }
@@ -226,7 +235,7 @@ void CUserInterfaceThread::stop()
     bStopping = true;
     oStateChanged.notify_all();
     endLoop();
-    if (!pthread_equal(pthread_self(), oThread))
+    if (bStarted && !pthread_equal(pthread_self(), oThread))
         oStateChanged.wait_until(lock, oTakeDownEnd, [this] { return bFinished; });
 }
 

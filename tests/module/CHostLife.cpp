@@ -10,6 +10,10 @@ namespace {
 
 constexpr const char* Terminating = "Terminating QApplication";
 
+// How long it takes about, in microseconds, what these have begun.
+const std::map<QByteArray, int> Lengths{{"being constructed", 60000}, {"just freed", 5000},
+    {"painting", 100000}, {"query runs", 1200000}, {"tree is built", 100000}};
+
 void changeTable(CPlainHost& oHost, const QByteArray& oTable)
 {
     oHost.call("setSOMTable", {"t:" + oTable});
@@ -28,6 +32,7 @@ void CHostLife::prepare(const CPrivateServer& oServer)
 const std::map<QByteArray, CHostLife::Step>& CHostLife::steps()
 {
     static const std::map<QByteArray, Step> Steps{
+        {"being constructed", &CHostLife::construct},
         {"find dialog open", &CHostLife::openFind},
         {"fillDate waits", &CHostLife::fillDate},
         {"freed", &CHostLife::windUp},
@@ -68,17 +73,28 @@ bool CHostLife::mayStillSpeak(const QByteArray& oName)
 
 void CHostLife::lead(const QByteArray& oName)
 {
+    QTUTILS_WAIT_FOR(oAnalyst.screen().shown().isEmpty()); // another host's windows are gone
     (this->*steps().at(oName))();
+}
+
+void CHostLife::giveAt(const QByteArray& oName, int iMoment, const QByteArrayList& lCommand)
+{
+    const auto pLength = Lengths.find(oName);
+    if (pLength != Lengths.end() && iMoment > 0)
+        oHost.give({"pass", QByteArray::number(pLength->second / Moments * iMoment)});
+    oHost.give(lCommand);
 }
 
 void CHostLife::goOn(const QByteArray& oName)
 {
     if (oName == "fillDate waits" || oName == "question waits")
         oHost.call("setRowColors", {"c:5x0,0,0"});
-    if (oName == "message box open") {
+    if (oName == "message box open")
         oAnalyst.press({"Return"});
+    if (oName == "message box open" || oName == "being constructed")
         oHost.command({"join", "1"});
-    }
+    if (pBrowser)
+        pBrowser->close();
 }
 
 void CHostLife::load()
@@ -89,6 +105,13 @@ void CHostLife::load()
 void CHostLife::start()
 {
     oHost.start();
+}
+
+void CHostLife::construct()
+{
+    oHost.load();
+    oHost.call("setSOMTable", {"t:news_train"});
+    oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
 }
 
 void CHostLife::show()
@@ -122,6 +145,7 @@ void CHostLife::openBox()
     oHost.announceOutput({"show error"});
     oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
     QTUTILS_WAIT_FOR(oAnalyst.screen().isActive("SQL Error"));
+    oHost.command({"env", "MYSQL_PWD", qgetenv("MYSQL_PWD")});
 }
 
 void CHostLife::openWebBrowser()
@@ -203,4 +227,5 @@ void CHostLife::windUp()
 {
     free();
     QTUTILS_WAIT_FOR(oHost.errors().contains(Terminating));
+    QTUTILS_WAIT_FOR(oHost.sleepsIn(oHost.threads().at(1), SYS_futex)); // parked
 }

@@ -18,7 +18,7 @@ public:
     static void prepare(const CPrivateServer& oServer);
     /// All lives, in alphabetical order.
     static QByteArrayList names();
-    /// Whether the window's thread is held up afterwards by something that it can't leave.
+    /// Whether the window's thread is held up afterwards by something that it can't leave by itself.
     static bool isHeldUp(const QByteArray& oName);
     /// Whether lines that the module prints may be on their way still.
     static bool mayStillSpeak(const QByteArray& oName);
@@ -32,6 +32,10 @@ public:
 
     /// Leads a life from the loading of the module on.
     void lead(const QByteArray& oName);
+    /// Gives the host a command, which isn't waited for, at one of Moments moments of what the life has begun
+    /// and not waited for; the first moment is at once. Lives that rest have the first one only.
+    void giveAt(const QByteArray& oName, int iMoment, const QByteArrayList& lCommand);
+    static constexpr int Moments = 100;
     /// Does what the life waits for, so that the host can go on with the window.
     void goOn(const QByteArray& oName);
 
@@ -40,6 +44,7 @@ private:
     static const std::map<QByteArray, Step>& steps();
 
     void load();
+    void construct();
     void start();
     void show();
     void openMenu();

@@ -29,6 +29,7 @@ typedef union
 static const char** ppcDefinition; /* of the module's one class */
 static void* pModule;
 static void* pHandle;
+static void* pFirstHandle;
 
 /* The name of the function in a prototype such as "void select(int iSelection)". */
 static void function_name(const char* pcPrototype, char* pcName)
@@ -107,6 +108,8 @@ static void enter(const char* pcMethod, EntryPoint oEntry, void** apSlots, char*
     if (strcmp(pcMethod, "CNodeBrowser") == 0) {
         void* pBefore = pHandle;
         pHandle = oEntry.pfConstruct(NULL, apSlots);
+        if (pFirstHandle == NULL)
+            pFirstHandle = pHandle;
         if (pHandle == NULL)
             append_text(pcResult, "null");
         else
@@ -140,7 +143,12 @@ void module_call(char** apcFields, int iFields, char* pcResult)
     }
 }
 
-void module_forget_handle(void)
+void module_use_handle(const char* pcWhich)
 {
+    static char cNoHandle;
     pHandle = NULL;
+    if (strcmp(pcWhich, "first") == 0)
+        pHandle = pFirstHandle;
+    else if (strcmp(pcWhich, "wrong") == 0)
+        pHandle = &cNoHandle;
 }

@@ -38,5 +38,5 @@ void module_addresses(void);
    constructor's result is "window", "same window" for the handle that it returned before, or "null". */
 void module_call(char** apcFields, int iFields, char* pcResult);
 
-/* Forgets the handle: further calls get null. */
-void module_forget_handle(void);
+/* Gives further calls another handle: "null", the "first" one that was ever constructed, or a "wrong" one. */
+void module_use_handle(const char* pcWhich);

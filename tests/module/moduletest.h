@@ -22,6 +22,18 @@ constexpr bool Sanitized = true;
 constexpr bool Sanitized = false;
 #endif
 
+/// Whether this is a thorough run: the variable QTUTILS_REPETITIONS says how often tests repeat what they do.
+inline bool isThorough()
+{
+    return qEnvironmentVariableIsSet("QTUTILS_REPETITIONS");
+}
+
+/// How often a test repeats what it does; the argument is the number for the ordinary run.
+inline int repetitions(int iOrdinary)
+{
+    return isThorough() ? qEnvironmentVariableIntValue("QTUTILS_REPETITIONS") : iOrdinary;
+}
+
 /// Waits for a condition. The limit is for a hang only.
 #define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 20000)
 
@@ -37,6 +49,8 @@ constexpr bool Sanitized = false;
         qputenv("LC_CTYPE", "C.UTF-8"); /* has a table of composed characters for the toolkit */             \
         qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");                                                         \
         qunsetenv("QT_QPA_PLATFORM");                                                                        \
+        if (isThorough())                                                                                    \
+            qputenv("QTEST_FUNCTION_TIMEOUT", "86400000"); /* milliseconds */                                \
         const QCoreApplication oApplication(iArguments, apcArguments);                                       \
         TestClass oTest;                                                                                     \
         return QTest::qExec(&oTest, iArguments, apcArguments);                                               \

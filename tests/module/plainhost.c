@@ -20,6 +20,7 @@
 #include <string.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <time.h>
 #include <unistd.h>
 
 enum
@@ -57,6 +58,21 @@ static void repeat(char** apcFields, int iFields, char* pcResult)
             return;
         }
     }
+}
+
+/* "until N METHOD ...": calls the method now and again until thread N has finished; the result is how often
+   it was. */
+static void until(char** apcFields, int iFields, char* pcResult)
+{
+    char acResult[ResultSize];
+    const struct timespec oPace = {.tv_nsec = 50000};
+    int iCalls = 0;
+    for (; !atomic_load(&aJobs[atoi(apcFields[1])].bFinished); iCalls++) {
+        module_call(apcFields + 2, iFields - 2, acResult);
+        nanosleep(
+            &oPace, NULL); /* wait-reason: commands without an answer come faster than they are handled */
+    }
+    snprintf(pcResult, ResultSize, "%d", iCalls);
 }
 
 static void* job_body(void* pArgument)
@@ -143,12 +159,14 @@ static void module_command(char** apcFields, int iFields, char* pcResult)
         module_describe();
     else if (strcmp(apcFields[0], "addresses") == 0)
         module_addresses();
-    else if (strcmp(apcFields[0], "forget") == 0)
-        module_forget_handle();
+    else if (strcmp(apcFields[0], "handle") == 0)
+        module_use_handle(apcFields[1]);
     else if (strcmp(apcFields[0], "call") == 0)
         module_call(apcFields + 1, iFields - 1, pcResult);
     else if (strcmp(apcFields[0], "repeat") == 0)
         repeat(apcFields, iFields, pcResult);
+    else if (strcmp(apcFields[0], "until") == 0)
+        until(apcFields, iFields, pcResult);
     else
         snprintf(pcResult, ResultSize, "no such command");
 }

@@ -59,19 +59,6 @@ private Q_SLOTS:
         QCOMPARE(oHost.numRows(), 0);
     }
 
-    void theHandleIsNotLookedAt()
-    {
-        CPlainHost oHost;
-        oHost.start();
-        oHost.command({"forget"});
-        oHost.call("select", {"i:1"});
-        QCOMPARE(oHost.numRows(), 5);
-        oHost.announceErrors({"Terminating QApplication"});
-        oHost.free();
-        QCOMPARE(oHost.numRows(), -7777);
-        QTUTILS_WAIT_FOR(oHost.errors().contains("Terminating QApplication"));
-    }
-
     void anOversizedHierarchyIsRefused_data()
     {
         QTest::addColumn<QByteArray>("oChildren");

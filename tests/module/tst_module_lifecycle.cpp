@@ -160,60 +160,6 @@ private Q_SLOTS:
         QCOMPARE(oHost.numRows(), 0);
     }
 
-    void moreFreesThanConstructionsDoNoHarm()
-    {
-        CPlainHost oHost;
-        oHost.load();
-        oHost.free();
-        oHost.start();
-        oHost.announceErrors({"Terminating QApplication"});
-        for (int i = 0; i < 3; i++)
-            oHost.free();
-        oHost.call("setSOMTable", {"t:news_train"});
-        QVERIFY(oHost.construct().endsWith("window"));
-        QCOMPARE(oHost.construct(), "same window");
-        oHost.free();
-        oHost.call("select", {"i:1"});
-        QCOMPARE(oHost.numRows(), 5);
-        oHost.announceErrors({"Terminating QApplication"});
-        oHost.free();
-        QCOMPARE(oHost.numRows(), Untouched);
-    }
-
-    void callsWithoutAWindowReturnAtOnce_data()
-    {
-        QTest::addColumn<bool>("bAfterFree");
-        QTest::newRow("never constructed") << false;
-        QTest::newRow("after the last free") << true;
-    }
-
-    void callsWithoutAWindowReturnAtOnce()
-    {
-        // given
-        QFETCH(bool, bAfterFree);
-        CPlainHost oHost;
-        oHost.load();
-        if (bAfterFree) {
-            oHost.announceErrors({"Terminating QApplication"});
-            oHost.construct();
-            oHost.free();
-        }
-        // when, then
-        QCOMPARE(oHost.numRows(), Untouched);
-        QCOMPARE(oHost.call("fillDate", {"oi:2"}), "-7777 -7777");
-        QCOMPARE(oHost.call("getFirstDateInFrame", {"oi:1"}), "-7777");
-        QCOMPARE(oHost.call("getFirstDateInSelection", {"ot:20"}), "untouched");
-        for (const char* pcMethod : {"show", "hideTable"})
-            QCOMPARE(oHost.call(pcMethod), "");
-        QCOMPARE(oHost.call("select", {"i:1"}), "");
-        QCOMPARE(oHost.call("markRow", {"k:2005-03-01 12:00:00", "i:1"}), "");
-        QCOMPARE(oHost.call("setRowColors", {"c:5x0,0,0"}), "");
-        QCOMPARE(oHost.call("setSOMTable", {"t:news_train"}), "");
-        QCOMPARE(oHost.call("passNodeHierarchy", {"n:1", "i:1", "i:0", "i:1"}), "");
-        QCOMPARE(oHost.call("dateToInt", {"t:1970-01-01 01:07:00", "oi:1"}), "7");
-        QCOMPARE(oScreen.shown(), QByteArrayList());
-    }
-
     void aHierarchyPassedBeforeTheConstructionIsKept()
     {
         // given

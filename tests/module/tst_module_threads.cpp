@@ -36,6 +36,63 @@ private Q_SLOTS:
                 QByteArrayList({"2005-02-27T23:59:59", "5", "18492420"})[i % 3]);
     }
 
+    void twoThreadsThatAskAtOnceGetTheirOwnAnswers_data()
+    {
+        QTest::addColumn<QByteArrayList>("lOne");
+        QTest::addColumn<QByteArrayList>("lOther");
+        const QByteArrayList lDate{"getFirstDateInSelection", "ot:20"};
+        const QByteArrayList lRows{"getNumRows", "oi:1"};
+        const QByteArrayList lFrame{"getFirstDateInFrame", "oi:1"};
+        QTest::newRow("number and date") << lRows << lDate;
+        QTest::newRow("number and frame") << lRows << lFrame;
+        QTest::newRow("date and frame") << lDate << lFrame;
+        QTest::newRow("twice the same") << lDate << lDate;
+    }
+
+    void twoThreadsThatAskAtOnceGetTheirOwnAnswers()
+    {
+        // given
+        QFETCH(QByteArrayList, lOne);
+        QFETCH(QByteArrayList, lOther);
+        CPlainHost oHost;
+        oHost.start();
+        oHost.call("select", {"i:1"});
+        oHost.call("markRow", {"k:1970-01-01 00:00:00", "i:1"});
+        const QByteArray oOne = oHost.command(QByteArrayList{"call"} + lOne);
+        const QByteArray oOther = oHost.command(QByteArrayList{"call"} + lOther);
+        // when
+        const QByteArray oCalls = QByteArray::number(repetitions(10000) / 2);
+        oHost.command(QByteArrayList{"start", "1", "repeat", oCalls} + lOne);
+        oHost.command(QByteArrayList{"start", "2", "repeat", oCalls} + lOther);
+        // then
+        QCOMPARE(oHost.command({"join", "1"}), oOne);
+        QCOMPARE(oHost.command({"join", "2"}), oOther);
+        QVERIFY(!oOne.contains("7777") && !oOther.contains("untouched"));
+    }
+
+    // One asks for the dates and waits for the colours of another, while a third one asks.
+    void everyThreadGetsItsAnswerThoughFillDateWaits()
+    {
+        // given
+        const QByteArray oCalls = QByteArray::number(repetitions(10000) / 2);
+        CPlainHost oHost;
+        oHost.start();
+        oHost.call("select", {"i:1"});
+        oHost.call("setRowColors", {"c:5x120,255,255"});
+        // when
+        oHost.command({"start", "1", "repeat", oCalls, "fillDate", "oi:5"});
+        oHost.command({"start", "2", "repeat", oCalls, "getNumRows", "oi:1"});
+        oHost.command({"start", "3", "until", "1", "setRowColors", "c:same"});
+        oHost.command({"start", "4", "until", "2", "setRowColors", "c:same"});
+        // then
+        QCOMPARE(oHost.command({"join", "1"}), "0 2010 2220 3376 4320");
+        QCOMPARE(oHost.command({"join", "2"}), "5");
+        for (const char* pcColoring : {"3", "4"})
+            QVERIFY(oHost.command({"join", pcColoring}).toInt() > 0);
+        oHost.call("setRowColors", {"c:same"});
+        QCOMPARE(oHost.numRows(), 5);
+    }
+
     void constructionsAndFreesOfSeveralThreadsTakeTurns()
     {
         // given

@@ -6,6 +6,12 @@
 #include <cstdio>
 #include <vector>
 
+CReport::CReport(const std::string& sLine)
+    : sFigures(sLine.substr(0, sLine.find('|')))
+    , sResults(sLine.substr(sLine.find('|') + 1))
+{
+}
+
 void CReport::figure(const std::string& sName, double fValue)
 {
     std::vector<char> vcValue(64);

@@ -9,6 +9,10 @@
 class CReport
 {
 public:
+    CReport() = default;
+    /// A report from its line.
+    explicit CReport(const std::string& sLine);
+
     /// A figure, such as seconds or bytes.
     void figure(const std::string& sName, double fValue);
     /// A result; without blanks.

@@ -4,12 +4,14 @@
 // Loaded into a host's process: finds the module's widgets by their names, and asks them in the interface's
 // thread.
 
+#include "pages.h"
 #include "views.h"
 #include "workerloop.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QTableView>
 #include <QTreeView>
 
 #include <cstring>
@@ -48,6 +50,15 @@ double secondsToOpen()
     return views::secondsToOpen(tree(), [&] { oAction.trigger(); });
 }
 
+// "pages WIDTH HEIGHT".
+std::string reportOfPages(const std::string& sQuestion)
+{
+    const QStringList slWords = QString::fromStdString(sQuestion).split(u' ');
+    auto& oTable = part<QTableView>(u"table"_s);
+    pages::fit(*oTable.viewport(), {slWords.at(1).toInt(), slWords.at(2).toInt()});
+    return pages::reportOf(pages::tableOf(oTable)).line();
+}
+
 std::string answer(const std::string& sQuestion)
 {
     if (sQuestion == "tree sum")
@@ -58,6 +69,10 @@ std::string answer(const std::string& sQuestion)
         return std::to_string(secondsToOpen());
     if (sQuestion == "open nodes")
         return std::to_string(views::numOpen(tree()));
+    if (sQuestion == "repaint")
+        return std::to_string(pages::secondsToRepaint(*part<QTableView>(u"table"_s).viewport()));
+    if (sQuestion.starts_with("pages"))
+        return reportOfPages(sQuestion);
     workerloop::fail("no such question: " + sQuestion);
 }
 

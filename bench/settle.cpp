@@ -20,6 +20,7 @@ struct Activity
 {
     bool bAsleep = true;
     long iSwitches = 0;
+    long iVoluntary = 0;
 };
 
 // The state is the letter behind "State:", the switches stand in two lines that end in "ctxt_switches:".
@@ -32,6 +33,8 @@ void add(Activity& oActivity, const std::filesystem::path& oThread)
             oActivity.bAsleep = oActivity.bAsleep && sValue.find('S') != std::string::npos;
         else if (sLine.find("ctxt_switches:") != std::string::npos)
             oActivity.iSwitches += std::stol(sValue);
+        if (sLine.starts_with("voluntary"))
+            oActivity.iVoluntary += std::stol(sValue);
     }
 }
 
@@ -55,4 +58,9 @@ void settle()
         iQuiet = oNow.bAsleep && oNow.iSwitches == oLast.iSwitches ? iQuiet + 1 : 0;
         oLast = oNow;
     }
+}
+
+long switchesOfOtherThreads()
+{
+    return otherThreads().iVoluntary;
 }

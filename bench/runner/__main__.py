@@ -5,6 +5,7 @@
 import argparse
 import sys
 import time
+from collections.abc import Iterable
 from pathlib import Path
 
 from bench.runner.data import Data
@@ -46,17 +47,23 @@ def answer(question: Question, data: Data, programs: str, largest: int) -> list[
     return lines
 
 
+def answers(questions: Iterable[Question], data: Data, programs: str, largest: int) -> tuple[list[Line], int]:
+    """The lines of all questions, and the number of those that failed; says why they did."""
+    lines: list[Line] = []
+    failures = 0
+    for question in questions:
+        try:
+            lines += answer(question, data, programs, largest)
+        except BenchError as error:
+            print(f"bench/run: {question.name}: {error}", file=sys.stderr, flush=True)
+            failures += 1
+    return lines, failures
+
+
 def main() -> int:
     options = arguments()
     chosen = [question for question in QUESTIONS if not options.case or question.name in options.case]
-    try:
-        data = Data(options.up_to)
-        lines = [
-            line for question in chosen for line in answer(question, data, options.programs, options.up_to)
-        ]
-    except BenchError as error:
-        print(f"bench/run: {error}", file=sys.stderr)
-        return 1
+    lines, failures = answers(chosen, Data(options.up_to), options.programs, options.up_to)
     print(f"\n{machine()['system']}, {machine()['cores']} cores\n\n{table(lines)}\n")
     options.output.mkdir(exist_ok=True)
     write_json(options.output / "bench.json", lines)
@@ -64,8 +71,9 @@ def main() -> int:
         from bench.runner import plots
 
         plots.draw(lines, options.output)
-    print(f"{sum(line.misses() for line in lines)} goals missed; figures in {options.output}/bench.json")
-    return 0
+    missed = sum(line.misses() for line in lines)
+    print(f"{missed} goals missed, {failures} questions failed; figures in {options.output}/bench.json")
+    return 1 if failures else 0
 
 
 sys.exit(main())

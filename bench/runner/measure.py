@@ -56,9 +56,7 @@ def check(question: Question, size: int, answers: Mapping[Side, Answer]) -> None
         for name, value in answer.results.items():
             first, first_side = expected.setdefault(name, (value, side.program))
             if value != first:
-                raise BenchError(
-                    f"{question.name}, {size}: {name} is {first} in {first_side}, but {value} in {side.program}"
-                )
+                raise BenchError(f"{size}: {name} is {first} in {first_side}, but {value} in {side.program}")
 
 
 def figures_of(samples: Samples, side: Side | None, figure: str) -> list[float] | None:
@@ -81,7 +79,7 @@ def compare(question: Question, size: int, samples: Samples) -> Iterator[Line]:
         for figure in question.figures:
             values = figures_of(samples, side, figure)
             if values is None:
-                raise BenchError(f"{question.name}: {side.program} gives no {figure}")
+                raise BenchError(f"{side.program} gives no {figure}")
             limits = figures_of(samples, first(question.of_role(LIMIT)), figure)
             peers = figures_of(samples, first(question.of_role(PEER)), figure)
             absolute = question.absolute.get(figure, {}).get(size)

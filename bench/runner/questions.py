@@ -14,6 +14,8 @@ DATE_LENGTH = 20
 CALLS = 5_000
 TREE_SIZES = (1_000, 10_000, 100_000)
 LARGE_TREE = 1_000_000
+PAGE = ("800", "440")  # pixels
+PAGE_SIZES = (1_000, 10_000, 100_000)
 
 
 def same(sizes: tuple[int, ...], goal: float) -> dict[int, float]:
@@ -42,8 +44,12 @@ def prepare_dates(data: Data) -> None:
     data.documents("dates", DATE_SIZES, DATE_LENGTH)
 
 
-def prepare_maps(data: Data) -> None:
+def prepare_few(data: Data) -> None:
     data.documents("few", (100,), DATE_LENGTH)
+
+
+def prepare_maps(data: Data) -> None:
+    prepare_few(data)
     data.bare_map()
     data.maps(TREE_SIZES)
 
@@ -70,6 +76,7 @@ SELECT = (
 DATES = documents("dates")
 DATE_GOALS = {1_000: 2.5, **same((10_000, 100_000, 1_000_000), 1.5)}
 FEW = "bench_few"
+HUGE = documents("huge")
 TREE = (
     Side(MODULE, "tree_module", (SOM, "map", FEW)),
     Side(LIMIT, "tree_limit", (SOM, "map")),
@@ -178,5 +185,53 @@ QUESTIONS = (
         prepare_maps,
         of_limit={"time": same(TREE_SIZES, 1.3)},
         grows=("time",),
+    ),
+    Question(
+        "pages",
+        "a page of coloured rows: repainted, and 1,000 pages across all rows",
+        (
+            Side(MODULE, "pages_module", (*DATES, *PAGE)),
+            Side(LIMIT, "pages_limit", (*DATES, *PAGE)),
+            Side(PEER, "pages_peer", (*DATES, *PAGE)),
+        ),
+        dict.fromkeys(PAGE_SIZES, 3),
+        prepare_dates,
+        figures=("page", "scroll"),
+        of_limit={"page": same(PAGE_SIZES, 2.0), "scroll": same(PAGE_SIZES, 2.5)},
+        of_peer={figure: same(PAGE_SIZES, 1.0) for figure in ("page", "scroll")},
+        flat={figure: (100_000, 1_000, 1.1) for figure in ("page", "scroll")},
+    ),
+    Question(
+        "huge",
+        "1,000 documents (1), and one more with a text of 64 MB in a cell in sight (2)",
+        (Side(MODULE, "huge_module", HUGE), Side(LIMIT, "select_limit", HUGE)),
+        {1: 9, 2: 5},
+        Data.huge_text,
+        figures=("time", "page"),
+        of_limit={"time": {1: 1.15, 2: 1.15}},
+        flat={"page": (2, 1, 1.1)},
+    ),
+    Question(
+        "load",
+        "load and construct; from the process's start to the window; memory of both",
+        (Side(MODULE, "load", ("module", SOM, FEW)), Side(LIMIT, "load", ("empty", SOM, FEW))),
+        {1: 15},
+        prepare_few,
+        figures=("construct", "window", "memory"),
+        sampler=Fresh(lambda worker, size: worker.ready),
+        of_limit={"construct": {1: 1.35}, "window": {1: 1.25}, "memory": {1: 1.3}},
+    ),
+    Question(
+        "idle",
+        "wake-ups in ten seconds of nothing, window filled and shown",
+        (
+            Side(MODULE, "idle", ("module", SOM, "few_train", FEW)),
+            Side(LIMIT, "idle", ("empty", SOM, "few_train", FEW)),
+        ),
+        {100: 1},
+        prepare_few,
+        figures=("wakeups",),
+        sampler=Fresh(lambda worker, size: worker.go(str(size))),
+        absolute={"wakeups": {100: 0}},
     ),
 )

@@ -2,13 +2,13 @@
 # SPDX-License-Identifier: MIT
 """A side of a comparison: a process that answers a line with its figures and results."""
 
+import signal
 import subprocess
-import sys
 from collections.abc import Sequence
 from threading import Timer
 from typing import NamedTuple
 
-LIMIT = 120.0  # seconds that a round may take
+LIMIT = 60.0  # seconds that a round may take
 MARK = "= "
 
 
@@ -65,6 +65,8 @@ class Worker:
         timer.start()
         line = self._process.stdout.readline()
         timer.cancel()
+        if not line and self._process.wait() == -signal.SIGKILL:
+            raise BenchError(f"{' '.join(self._command)} gave no answer within {LIMIT:.0f} s")
         if not line.startswith(MARK):
             self._process.kill()
             raise self._failure(line + self._process.communicate()[1])
@@ -75,7 +77,3 @@ class Worker:
         return BenchError(
             f"{' '.join(self._command)} ended with {self._process.wait()}; it said last: {last}"
         )
-
-
-def warn(text: str) -> None:
-    print(text, file=sys.stderr)

@@ -55,7 +55,7 @@ def test_a_different_result_fails() -> None:
     class Wrong(Listed):
         rows = {"m": "6", "l": "7", "p": "7"}
 
-    with pytest.raises(BenchError, match="q, 10: rows is 6 in m, but 7 in l"):
+    with pytest.raises(BenchError, match="10: rows is 6 in m, but 7 in l"):
         sample(question(Wrong), 10, "dir")
 
 

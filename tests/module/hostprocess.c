@@ -59,6 +59,16 @@ static void pass(long lMicroseconds)
     while ((oNow.tv_sec - oBegin.tv_sec) * 1000000 + (oNow.tv_nsec - oBegin.tv_nsec) / 1000 < lMicroseconds);
 }
 
+/* One at a time: the one before is unloaded. */
+static void load_library(const char* pcPath, char* pcResult)
+{
+    static void* pLibrary;
+    if (pLibrary != NULL)
+        dlclose(pLibrary);
+    pLibrary = pcPath == NULL ? NULL : dlopen(pcPath, RTLD_NOW | RTLD_LOCAL);
+    snprintf(pcResult, ResultSize, pLibrary == NULL ? "not loaded" : "loaded");
+}
+
 static bool end_process(char** apcFields)
 {
     if (strcmp(apcFields[0], "exit") == 0)
@@ -85,8 +95,7 @@ bool process_command(char** apcFields, char* pcResult)
     else if (strcmp(apcFields[0], "limit") == 0)
         limit_memory(atoi(apcFields[1]));
     else if (strcmp(apcFields[0], "library") == 0)
-        snprintf(pcResult, ResultSize,
-            dlopen(apcFields[1], RTLD_NOW | RTLD_LOCAL) == NULL ? "not loaded" : "loaded");
+        load_library(apcFields[1], pcResult);
     else if (strcmp(apcFields[0], "pass") == 0)
         pass(atol(apcFields[1]));
     else if (strcmp(apcFields[0], "folder") == 0)

@@ -14,7 +14,8 @@
    pass MICROSECONDS                         lets that much time pass
    limit MEGABYTES                           lets the process have that much more memory than it has now
    folder PATH                               makes it the working directory; the result is "there" or not
-   library PATH                              loads a library for its initialisation
+   library PATH                              loads a library for its initialisation, unloads the one before
+   library                                   unloads it
 
    False: the first field is none of them. */
 bool process_command(char** apcFields, char* pcResult);

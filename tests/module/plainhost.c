@@ -69,8 +69,7 @@ static void until(char** apcFields, int iFields, char* pcResult)
     int iCalls = 0;
     for (; !atomic_load(&aJobs[atoi(apcFields[1])].bFinished); iCalls++) {
         module_call(apcFields + 2, iFields - 2, acResult);
-        nanosleep(
-            &oPace, NULL); /* wait-reason: commands without an answer come faster than they are handled */
+        nanosleep(&oPace, NULL); /* wait-reason: the pace of a host, slower than what is handled */
     }
     snprintf(pcResult, ResultSize, "%d", iCalls);
 }

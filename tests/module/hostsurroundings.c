@@ -174,11 +174,13 @@ static void customize(void)
     close(iFolder);
 }
 
-static void hold(char* pcResult)
+static void hold(char** apcFields, int iFields, char* pcResult)
 {
     char acBefore[ResultSize];
     customize_thread(FE_UPWARD, SIGUSR2);
     thread_state(acBefore);
+    if (iFields > 1)
+        module_call(apcFields + 1, iFields - 1, pcResult);
     pthread_mutex_lock(&oMutex);
     while (!bLetGo)
         pthread_cond_wait(&oChanged, &oMutex);
@@ -204,14 +206,14 @@ static void caught(char* pcResult)
         sprintf(pcResult + strlen(pcResult), " %d", aiCaughtBy[i]);
 }
 
-bool surroundings_command(char** apcFields, char* pcResult)
+bool surroundings_command(char** apcFields, int iFields, char* pcResult)
 {
     if (strcmp(apcFields[0], "surroundings") == 0)
         print_surroundings();
     else if (strcmp(apcFields[0], "customize") == 0)
         customize();
     else if (strcmp(apcFields[0], "hold") == 0)
-        hold(pcResult);
+        hold(apcFields, iFields, pcResult);
     else if (strcmp(apcFields[0], "let go") == 0)
         let_go();
     else if (strcmp(apcFields[0], "catch") == 0)

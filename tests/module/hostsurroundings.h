@@ -15,4 +15,4 @@
    came, and the threads that it came to: "3: 1204 1204 1205" block SIGNAL      has this thread block it
 
    False: the first field is none of them. */
-bool surroundings_command(char** apcFields, char* pcResult);
+bool surroundings_command(char** apcFields, int iFields, char* pcResult);

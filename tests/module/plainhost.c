@@ -174,7 +174,7 @@ static void run(char** apcFields, int iFields, char* pcResult)
 {
     pcResult[0] = '\0';
     if (process_command(apcFields, pcResult) || probe_command(apcFields, iFields, pcResult)
-        || colors_command(apcFields) || surroundings_command(apcFields, pcResult))
+        || colors_command(apcFields) || surroundings_command(apcFields, iFields, pcResult))
         return;
     if (strcmp(apcFields[0], "start") == 0)
         start(apcFields, iFields, pcResult);

@@ -78,16 +78,20 @@ private Q_SLOTS:
         CPlainHost oHost;
         oHost.command({"start", "1", "hold"});
         oHost.load();
-        oHost.command({"start", "2", "hold"});
+        oHost.call("setSOMTable", {"t:news_train"});
         // when
-        construct(oHost);
-        oHost.command({"start", "3", "hold"});
+        oHost.command({"start", "2", "hold", "CNodeBrowser", "t:som", "t:news"});
+        QVERIFY(oHost.construct().endsWith("window"));
+        oHost.command({"start", "3", "hold", "select", "i:1"});
         use(oHost);
-        free(oHost);
+        oHost.command({"start", "4", "hold", "getNumRows", "oi:1"});
+        oHost.command({"start", "5", "hold", "dateToInt", "t:2005-03-01 12:00:00", "oi:1"});
         oHost.command({"let go"});
         // then
-        for (const char* pcThread : {"1", "2", "3"})
+        for (const char* pcThread : {"1", "2", "3", "4", "5"})
             QCOMPARE(oHost.command({"join", pcThread}), "kept");
+        oHost.free();
+        free(oHost);
     }
 
     void theInterfaceWorksInTheUsualFloatingPointMode()

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr std::int64_t Day = 86400; ///< seconds
-constexpr int Noon = 12;
+constexpr std::time_t SomeDay = 18000 * Day; ///< after the last leap second
 
 std::time_t localTime(std::tm oFields)
 {
@@ -16,40 +16,33 @@ std::time_t localTime(std::tm oFields)
 
 } // namespace
 
-std::time_t CLocalTimes::time(const datetext::Stamp& oStamp)
+CLocalTimes::CLocalTimes()
 {
-    const Midnight& oMidnight = midnight(oStamp.iDay);
-    if (!oMidnight)
-        return askZone(oStamp);
-    tUnasked = *oMidnight + oStamp.iSecond;
-    return *tUnasked;
+    tzset();
+    std::tm oGreenwich{};
+    gmtime_r(&SomeDay, &oGreenwich); // counts the leap seconds of the process's zone
+    bLeapSeconds = oGreenwich.tm_sec != 0;
 }
 
-const CLocalTimes::Midnight& CLocalTimes::midnight(std::int64_t iDay)
+void CLocalTimes::goToDay(std::int64_t iDay)
 {
-    if (iDay == iLastDay)
-        return oLastMidnight;
     auto it = oMidnights.find(iDay);
     if (it == oMidnights.end())
         it = oMidnights.emplace(iDay, lookUp(iDay)).first;
     iLastDay = iDay;
     oLastMidnight = it->second;
-    return oLastMidnight;
 }
 
 // A local day lies within the four UTC days around it. If the zone's offset is the same at the ends of them
 // all, the day has no gap and no hour twice.
 CLocalTimes::Midnight CLocalTimes::lookUp(std::int64_t iDay)
 {
+    if (bLeapSeconds)
+        return std::nullopt;
     const long iOffset = offset(iDay);
     if (offset(iDay - 1) != iOffset || offset(iDay + 1) != iOffset || offset(iDay + 2) != iOffset)
         return std::nullopt;
-    const std::time_t tMidnight = iDay * Day - iOffset;
-    std::tm oNoon{};
-    localtime_r(&tMidnight, &oNoon);
-    oNoon.tm_hour = Noon;
-    // Not so in zones that count leap seconds.
-    return localTime(oNoon) == tMidnight + Day / 2 ? Midnight(tMidnight) : std::nullopt;
+    return iDay * Day - iOffset;
 }
 
 long CLocalTimes::offset(std::int64_t iDay)

@@ -61,6 +61,19 @@ std::optional<std::string_view> CStoredRows::bytes(int iRow, int iField) const
     return std::string_view(ppcCurrent[iField], piLengths[iField]);
 }
 
+void CStoredRows::keepStamps(int iField)
+{
+    iStampField = iField;
+    vStamps.assign(std::size_t(iNumRows), {0, Unread});
+}
+
+datetext::Stamp CStoredRows::readStamp(int iRow, int iField) const
+{
+    const auto oBytes = bytes(iRow, iField);
+    const auto oStamp = oBytes ? datetext::stamp(*oBytes) : std::nullopt;
+    return oStamp.value_or(datetext::Stamp{0, NoStamp});
+}
+
 // Source of the types: the driver's own reading of a row.
 QVariant CStoredRows::value(int iRow, int iField) const
 {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "datetext.h"
+
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QVariant>
@@ -31,6 +33,18 @@ public:
     /// A field's bytes as the server sent them, or nothing for NULL; row and field must exist. They stay
     /// where they are as long as this object lives.
     std::optional<std::string_view> bytes(int iRow, int iField) const;
+    /// Keeps the stamps of this field from now on, so that each is read once only.
+    void keepStamps(int iField);
+    /// The stamp of a date with time; nothing for NULL, a zero date or another text. Row and field must
+    /// exist.
+    std::optional<datetext::Stamp> stamp(int iRow, int iField) const
+    {
+        datetext::Stamp oRead{0, Unread};
+        datetext::Stamp& oStamp = iField == iStampField ? vStamps[std::size_t(iRow)] : oRead;
+        if (oStamp.iSecond == Unread)
+            oStamp = readStamp(iRow, iField);
+        return oStamp.iSecond == NoStamp ? std::nullopt : std::optional(oStamp);
+    }
     /// A field's value in the type that the database driver gives it, fixed-point and floating-point numbers
     /// as text; row and field must exist.
     QVariant value(int iRow, int iField) const;
@@ -38,13 +52,19 @@ public:
     QSqlRecord record(int iRow) const;
 
 private:
+    static constexpr std::int32_t Unread = -1; ///< for the second of a stamp
+    static constexpr std::int32_t NoStamp = -2;
+
     void goTo(int iRow) const;
+    datetext::Stamp readStamp(int iRow, int iField) const;
 
     QSqlQuery oQuery;
     QSqlRecord oFields;
     st_mysql_res* pResult = nullptr; ///< the query's own
     int iNumRows = 0;
     mutable std::vector<st_mysql_rows*> vPlaces; ///< of the rows passed so far, and of the one after them
+    int iStampField = -1;
+    mutable std::vector<datetext::Stamp> vStamps; ///< of that field
     mutable int iCurrent = -1;
     mutable char** ppcCurrent = nullptr;
     mutable unsigned long* piLengths = nullptr;

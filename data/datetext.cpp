@@ -65,8 +65,8 @@ std::optional<Stamp> stamp(std::string_view oDate)
     const int iSecond = twoDigits(pc + 17);
     if (iYear == 0 || !oDay.ok() || iHour > 23 || iMinute > 59 || iSecond > 59)
         return std::nullopt;
-    return Stamp{
-        std::chrono::sys_days(oDay).time_since_epoch().count(), iHour * Hour + iMinute * Minute + iSecond};
+    const auto iDay = std::chrono::sys_days(oDay).time_since_epoch().count();
+    return Stamp{std::int32_t(iDay), iHour * Hour + iMinute * Minute + iSecond};
 }
 
 std::tm fields(const Stamp& oStamp)
@@ -104,7 +104,8 @@ int hostMinutes(const char* pcDate)
 
 int minutes(std::time_t iSeconds)
 {
-    return limited(std::lround(static_cast<double>(iSeconds) / 60.0));
+    constexpr std::time_t Half = 30;
+    return limited((iSeconds + (iSeconds < 0 ? -Half : Half)) / 60);
 }
 
 } // namespace datetext

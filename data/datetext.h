@@ -14,8 +14,8 @@ namespace datetext {
 /// A date with time, of no particular zone.
 struct Stamp
 {
-    std::int64_t iDay; ///< days since 1970-01-01
-    int iSecond; ///< seconds since midnight
+    std::int32_t iDay; ///< days since 1970-01-01
+    std::int32_t iSecond; ///< seconds since midnight
 };
 
 /// The stamp of the text in which the server writes a date with time: "YYYY-MM-DD HH:MM:SS", perhaps with a

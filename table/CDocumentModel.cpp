@@ -102,9 +102,8 @@ QString CDocumentModel::shownText(int iRow, int iColumn) const
 {
     const Column& oColumn = vColumns[std::size_t(iColumn)];
     if (oColumn.eKind == Kind::DateTime)
-        if (const auto oBytes = pRows->bytes(iRow, oColumn.iField))
-            if (const auto oStamp = datetext::stamp(*oBytes))
-                return oShortDates.text(*oStamp);
+        if (const auto oStamp = pRows->stamp(iRow, oColumn.iField))
+            return oShortDates.text(*oStamp);
     return fieldtext::shown(value(iRow, oColumn), oShortDates.locale());
 }
 

@@ -11,9 +11,7 @@
 
 #include <cstdio>
 
-namespace {
-
-int dateField(const QSqlRecord& oFields)
+int CRowDates::field(const QSqlRecord& oFields)
 {
     for (int i = 0; i < oFields.count(); i++)
         if (oFields.fieldName(i) == QStringLiteral("date"))
@@ -21,14 +19,12 @@ int dateField(const QSqlRecord& oFields)
     return 0;
 }
 
-} // namespace
-
 CRowDates::CRowDates(const CStoredRows* pResult)
     : pRows(pResult)
 {
     if (pRows == nullptr)
         return;
-    iField = dateField(pRows->fields());
+    iField = field(pRows->fields());
     bStamps = pRows->fields().field(iField).metaType().id() == QMetaType::QDateTime;
 }
 
@@ -45,9 +41,8 @@ QByteArray CRowDates::text(int iRow) const
 std::optional<std::time_t> CRowDates::time(int iRow)
 {
     if (bStamps)
-        if (const auto oBytes = pRows->bytes(iRow, iField))
-            if (const auto oStamp = datetext::stamp(*oBytes))
-                return oLocalTimes.time(*oStamp);
+        if (const auto oStamp = pRows->stamp(iRow, iField))
+            return oLocalTimes.time(*oStamp);
     const QByteArray oText = text(iRow);
     const auto iTime = datetext::rowTime(oText.constData());
     if (!iTime) {

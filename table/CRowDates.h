@@ -11,6 +11,7 @@
 #include <optional>
 
 class CStoredRows;
+class QSqlRecord;
 
 /// The dates of a result's rows. [ui-thread]
 ///
@@ -18,6 +19,9 @@ class CStoredRows;
 class CRowDates
 {
 public:
+    /// Index of the date column.
+    static int field(const QSqlRecord& oFields);
+
     /// `pResult` may be null, for no rows; it must outlive this object.
     explicit CRowDates(const CStoredRows* pResult);
 

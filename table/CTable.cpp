@@ -83,7 +83,9 @@ std::shared_ptr<CStoredRows> CTable::execute(const QString& sStatement)
         return std::make_shared<CStoredRows>(QSqlQuery());
     QSqlQuery oQuery(oSOMDatabase);
     oQuery.exec(sStatement);
-    return std::make_shared<CStoredRows>(std::move(oQuery));
+    auto pRows = std::make_shared<CStoredRows>(std::move(oQuery));
+    pRows->keepStamps(CRowDates::field(pRows->fields()));
+    return pRows;
 }
 
 QStringList CTable::shownColumns() const

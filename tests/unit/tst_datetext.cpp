@@ -76,7 +76,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, oDate);
         const auto oStamp = datetext::stamp(oDate.toStdString());
         QVERIFY(oStamp.has_value());
-        QTEST(qint64(oStamp->iDay * 86400 + oStamp->iSecond), "iSeconds");
+        QTEST(qint64(oStamp->iDay) * 86400 + oStamp->iSecond, "iSeconds");
         const std::tm oFields = datetext::fields(*oStamp);
         std::array<char, 20> acText{};
         std::strftime(acText.data(), acText.size(), "%Y-%m-%d %H:%M:%S", &oFields);

@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr std::int64_t Day = 86400; ///< seconds
-constexpr std::int64_t FirstDay = 0; ///< 1970-01-01
-constexpr std::int64_t LastDay = 24837; ///< 2038-01-01
+constexpr std::time_t Day = 86400; ///< seconds
+constexpr std::int32_t FirstDay = 0; ///< 1970-01-01
+constexpr std::int32_t LastDay = 24837; ///< 2038-01-01
 
 std::time_t judge(std::tm oFields)
 {
@@ -50,9 +50,9 @@ private Q_SLOTS:
     {
         setZone();
         CLocalTimes oTimes;
-        for (std::int64_t iDay = FirstDay; iDay < LastDay; iDay++)
+        for (std::int32_t iDay = FirstDay; iDay < LastDay; iDay++)
             if (offsetAt(iDay * Day) != offsetAt((iDay + 1) * Day))
-                for (std::int64_t i = iDay - 2; i < iDay + 4; i++)
+                for (std::int32_t i = iDay - 2; i < iDay + 4; i++)
                     compareDay(oTimes, i);
     }
 
@@ -62,8 +62,8 @@ private Q_SLOTS:
     {
         setZone();
         std::mt19937 oRandom(3);
-        std::uniform_int_distribution<std::int64_t> oDay(FirstDay, LastDay);
-        std::uniform_int_distribution<int> oSecond(0, Day - 1);
+        std::uniform_int_distribution<std::int32_t> oDay(FirstDay, LastDay);
+        std::uniform_int_distribution<int> oSecond(0, int(Day) - 1);
         std::vector<datetext::Stamp> vStamps;
         for (int i = 0; i < 20000; i++)
             vStamps.push_back({oDay(oRandom), oSecond(oRandom)});
@@ -73,7 +73,7 @@ private Q_SLOTS:
     void anHourThatComesTwiceGoesOnAsTheDateBefore()
     {
         qputenv("TZ", "Europe/Berlin");
-        const std::int64_t iDay = 13451; // 2006-10-30 is winter, the change was on the day before
+        const std::int32_t iDay = 13451; // 2006-10-30 is winter, the change was on the day before
         const datetext::Stamp oTwice{iDay - 1, 2 * 3600 + 1800};
         compare({{iDay - 100, 0}, oTwice, {iDay + 1, 0}, oTwice, oTwice, {iDay - 100, 1}, oTwice});
     }
@@ -99,12 +99,12 @@ private:
         qputenv("TZ", oZone);
     }
 
-    static void compareDay(CLocalTimes& oTimes, std::int64_t iDay)
+    static void compareDay(CLocalTimes& oTimes, std::int32_t iDay)
     {
         std::vector<std::time_t> vtTimes;
         for (int iSecond = 0; iSecond < Day; iSecond += 60)
             vtTimes.push_back(oTimes.time({iDay, iSecond}));
-        judge(datetext::fields({iDay - 1, Day - 60}));
+        judge(datetext::fields({iDay - 1, int(Day) - 60}));
         for (int iSecond = 0; iSecond < Day; iSecond += 60)
             QCOMPARE(vtTimes[std::size_t(iSecond / 60)], judge(datetext::fields({iDay, iSecond})));
     }

@@ -18,7 +18,7 @@ constexpr int Show = 1007; ///< no payload
 constexpr int GetNumRows = 1008; ///< payload: int*, the host's result; answered
 constexpr int GetFirstDateInFrame = 1009; ///< payload: int*, the host's result; answered
 constexpr int GetFirstDateInSelection = 1010; ///< payload: char*, the host's buffer; answered
-constexpr int PassNodeHierarchy = 1011; ///< payload: const std::vector<std::vector<int>>*
+constexpr int PassNodeHierarchy = 1011; ///< payload: const CNodeLists*
 constexpr int HideTable = 1012; ///< no payload
 } // namespace commands
 

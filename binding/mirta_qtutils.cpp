@@ -116,7 +116,7 @@ void storeChildren(const int* iaNodes, int iNumChildren, int iNode, int iNumNode
     if (!oPassed.bComplete)
         return;
     const auto pvviNodes = nodehierarchy::current();
-    post(commands::PassNodeHierarchy, const_cast<nodehierarchy::NodeLists*>(pvviNodes.get()), pvviNodes);
+    post(commands::PassNodeHierarchy, const_cast<CNodeLists*>(pvviNodes.get()), pvviNodes);
 }
 
 } // namespace

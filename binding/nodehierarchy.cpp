@@ -12,7 +12,7 @@ namespace {
 struct Table
 {
     std::mutex oMutex;
-    std::shared_ptr<NodeLists> pvviNodes = std::make_shared<NodeLists>();
+    std::shared_ptr<CNodeLists> pvviNodes = std::make_shared<CNodeLists>();
     bool bShared = false; ///< somebody may hold the lists: copy them before the next change
 };
 
@@ -23,10 +23,10 @@ Table& table()
     return *pTable;
 }
 
-NodeLists& listsToChange(Table& oTable)
+CNodeLists& listsToChange(Table& oTable)
 {
     if (oTable.bShared) {
-        oTable.pvviNodes = std::make_shared<NodeLists>(*oTable.pvviNodes);
+        oTable.pvviNodes = std::make_shared<CNodeLists>(*oTable.pvviNodes);
         oTable.bShared = false;
     }
     return *oTable.pvviNodes;
@@ -38,18 +38,20 @@ Passed pass(const int* iaNodes, int iNumChildren, int iNode, int iNumNodes)
 {
     Table& oTable = table();
     const std::lock_guard<std::mutex> lock(oTable.oMutex);
-    std::vector<int> viChildren(iaNodes, iaNodes + std::max(iNumChildren, 0));
-    NodeLists& vviNodes = listsToChange(oTable);
+    CNodeLists& vviNodes = listsToChange(oTable);
     const auto uNumNodes = std::size_t(std::max(iNumNodes, 0));
+    const std::span viChildren(iaNodes, std::size_t(std::max(iNumChildren, 0)));
+    vviNodes.makeRoom(viChildren.size());
     const bool bResized = !vviNodes.empty() && vviNodes.size() != uNumNodes;
-    vviNodes.resize(uNumNodes);
+    if (vviNodes.size() != uNumNodes)
+        vviNodes.resize(uNumNodes);
     const bool bInside = iNode >= 0 && std::size_t(iNode) < uNumNodes;
     if (bInside)
-        vviNodes[std::size_t(iNode)] = std::move(viChildren);
+        vviNodes.set(std::size_t(iNode), viChildren);
     return {bResized, bInside && iNode == iNumNodes - 1};
 }
 
-std::shared_ptr<const NodeLists> current()
+std::shared_ptr<const CNodeLists> current()
 {
     Table& oTable = table();
     const std::lock_guard<std::mutex> lock(oTable.oMutex);

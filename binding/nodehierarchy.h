@@ -3,14 +3,13 @@
 
 #pragma once
 
+#include "CNodeLists.h"
+
 #include <memory>
-#include <vector>
 
 /// The hierarchy of the map's nodes as the host passed it: entry i holds the children of node i. Knows
 /// nothing of Qt.
 namespace nodehierarchy {
-
-using NodeLists = std::vector<std::vector<int>>;
 
 /// What a call of pass() did.
 struct Passed
@@ -26,6 +25,6 @@ struct Passed
 Passed pass(const int* iaNodes, int iNumChildren, int iNode, int iNumNodes);
 
 /// The table as it is now; later calls of pass() don't change it. [any-thread]
-std::shared_ptr<const NodeLists> current();
+std::shared_ptr<const CNodeLists> current();
 
 } // namespace nodehierarchy

@@ -149,7 +149,7 @@ void CNodeBrowser::handle(int iCommand, const CCommandEvent& oEvent)
         pTable->getFirstDateInSelection(oEvent.payload<char>());
         break;
     case commands::PassNodeHierarchy:
-        fillTree(oEvent.payload<const std::vector<std::vector<int>>>());
+        fillTree(oEvent.payload<const CNodeLists>());
         break;
     case commands::HideTable:
         findChild<QWidget*>(QStringLiteral("RightSide"))->hide();
@@ -175,7 +175,7 @@ void CNodeBrowser::markTreeItem(int iNode)
     pListView->scrollTo(oItem);
 }
 
-void CNodeBrowser::fillTree(const std::vector<std::vector<int>>* pvviNodes)
+void CNodeBrowser::fillTree(const CNodeLists* pvviNodes)
 {
     const bool bFirst = pListView->maximumWidth() == 0;
     pListView->fillList(pvviNodes, pTable->somTable());

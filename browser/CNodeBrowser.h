@@ -13,6 +13,7 @@
 class CCommandEvent;
 class CDateField;
 class CListView;
+class CNodeLists;
 class CTable;
 class CTextView;
 class QBoxLayout;
@@ -78,7 +79,7 @@ private:
     void handle(int iCommand, const CCommandEvent& oEvent);
     void selectForHost(int iNode);
     void markTreeItem(int iNode);
-    void fillTree(const std::vector<std::vector<int>>* pvviNodes);
+    void fillTree(const CNodeLists* pvviNodes);
     void showAgain();
 
     CTable* pTable = nullptr;

@@ -5,10 +5,10 @@
 
 #include "keywords.h"
 
-#include <QSqlQuery>
-#include <QVariant>
+#include <QSqlField>
 
 #include <algorithm>
+#include <charconv>
 
 namespace {
 
@@ -18,32 +18,52 @@ enum Field
     KeywordField
 };
 
+bool isOneOf(const QSqlField& oField, std::initializer_list<QMetaType::Type> lTypes)
+{
+    return std::find(lTypes.begin(), lTypes.end(), oField.metaType().id()) != lTypes.end();
+}
+
 } // namespace
 
-CKeywordTable::CKeywordTable(std::unique_ptr<QSqlQuery> pResult)
-    : pQuery(std::move(pResult))
-    , iNumRows(std::max(pQuery->size(), 0))
+CKeywordTable::CKeywordTable(QSqlQuery&& oExecuted)
+    : oRows(std::move(oExecuted))
+    , bShortTopics(
+          isOneOf(oRows.fields().field(TopicField), {QMetaType::Char, QMetaType::Short, QMetaType::Int}))
+    , bTexts(isOneOf(oRows.fields().field(KeywordField), {QMetaType::QString, QMetaType::QByteArray}))
 {
 }
 
-CKeywordTable::~CKeywordTable() = default;
-
-void CKeywordTable::seek(int iRow) const
+// Numbers with a point as numbers.
+QVariant CKeywordTable::value(int iNode, int iField) const
 {
-    if (pQuery->at() != iRow)
-        pQuery->seek(iRow);
+    const QVariant oValue = oRows.value(iNode, iField);
+    const bool bNumber = oRows.fields().field(iField).metaType().id() == QMetaType::Double;
+    return bNumber && !oValue.isNull() ? QVariant(oValue.toDouble()) : oValue;
 }
 
 int CKeywordTable::topic(int iNode) const
 {
-    seek(iNode);
-    return pQuery->value(TopicField).toInt();
+    if (!bShortTopics)
+        return value(iNode, TopicField).toInt();
+    int iTopic = 0;
+    if (const auto oBytes = oRows.bytes(iNode, TopicField))
+        std::from_chars(oBytes->data(), oBytes->data() + oBytes->size(), iTopic);
+    return iTopic;
+}
+
+std::string_view CKeywordTable::shown(int iNode) const
+{
+    if (bTexts)
+        keywords::shorten(oRows.bytes(iNode, KeywordField).value_or(std::string_view()), oShown);
+    else
+        keywords::shorten(value(iNode, KeywordField).toString().toStdString(), oShown);
+    return oShown;
 }
 
 QString CKeywordTable::keywords(int iNode) const
 {
-    if (iNode < 0 || iNode >= iNumRows)
+    if (iNode < 0 || iNode >= numRows())
         return {};
-    seek(iNode);
-    return keywords::shortened(pQuery->value(KeywordField).toString());
+    const std::string_view oText = shown(iNode);
+    return QString::fromUtf8(oText.data(), qsizetype(oText.size()));
 }

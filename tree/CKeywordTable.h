@@ -3,32 +3,31 @@
 
 #pragma once
 
-#include <QString>
+#include "data/CStoredRows.h"
 
-#include <memory>
-
-class QSqlQuery;
+#include <string>
 
 /// The rows of the keyword query: row k belongs to node k. Copies no text: each is read and shortened when it
 /// is asked for. [ui-thread]
 class CKeywordTable
 {
 public:
-    /// Takes a result that is active; its field 0 is the topic, field 1 the keywords.
-    explicit CKeywordTable(std::unique_ptr<QSqlQuery> pResult);
-    ~CKeywordTable();
-    CKeywordTable(const CKeywordTable&) = delete;
-    CKeywordTable& operator=(const CKeywordTable&) = delete;
+    /// Takes an executed query; its field 0 is the topic, field 1 the keywords.
+    explicit CKeywordTable(QSqlQuery&& oExecuted);
 
-    int numRows() const { return iNumRows; }
+    int numRows() const { return oRows.numRows(); }
     /// The node must have a row.
     int topic(int iNode) const;
+    /// As the tree shows them, in UTF-8; the node must have a row. The text stays until the next call.
+    std::string_view shown(int iNode) const;
     /// As the tree shows them; null for a node without a row.
     QString keywords(int iNode) const;
 
 private:
-    void seek(int iRow) const;
+    QVariant value(int iNode, int iField) const;
 
-    std::unique_ptr<QSqlQuery> pQuery;
-    int iNumRows;
+    CStoredRows oRows;
+    bool bShortTopics; ///< the topics are numbers that the server sends in full
+    bool bTexts; ///< the keywords are texts
+    mutable std::string oShown;
 };

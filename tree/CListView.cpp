@@ -71,17 +71,17 @@ bool CListView::connectToDataBase(QString sSOMTable)
         return false;
     const QString sQuery = keywords::query(sSOMTable);
     pModel->setKeywords(nullptr);
-    auto pResult = std::make_unique<QSqlQuery>(*pSOMDB);
-    if (!pResult->exec(sQuery) || !pResult->first()) {
+    QSqlQuery oQuery(*pSOMDB);
+    if (!oQuery.exec(sQuery) || !oQuery.first()) {
         qDebug("CListView: WARNING: Could not connect to Database, using               select-statement: %s",
             qPrintable(sQuery));
         return false;
     }
-    pModel->setKeywords(std::make_unique<CKeywordTable>(std::move(pResult)));
+    pModel->setKeywords(std::make_unique<CKeywordTable>(std::move(oQuery)));
     return true;
 }
 
-void CListView::fillList(const NodeLists* pvviNodes, QString sSOMTable)
+void CListView::fillList(const CNodeLists* pvviNodes, QString sSOMTable)
 {
     if (pvviNodes == nullptr)
         return;
@@ -115,7 +115,7 @@ std::vector<signed char> CListView::readSigns(std::size_t uNumNodes) const
 int CListView::measureRowHeight() const
 {
     CNodeModel oProbe;
-    oProbe.setTree(CNodeItems(NodeLists(1)), {}, {}, NodeColumn, Qt::AscendingOrder);
+    oProbe.setTree(CNodeItems(CNodeLists{{}}), {}, {}, NodeColumn, Qt::AscendingOrder);
     QStyleOptionViewItem oOption;
     initViewItemOption(&oOption);
     oOption.rect.setWidth(-1);
@@ -132,6 +132,8 @@ topicicons::Icons CListView::loadIcons()
 // Every column is as wide as its widest text, that of closed branches included.
 void CListView::adjustColumns()
 {
+    if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
+        pLetterWidths = std::make_shared<CLetterWidths>(fontMetrics());
     const int iMargin = 4 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     setColumnWidth(NodeColumn, std::max(widestNode() + iMargin, header()->sectionSizeHint(NodeColumn)));
     setColumnWidth(
@@ -141,7 +143,7 @@ void CListView::adjustColumns()
 int CListView::widestNode() const
 {
     const CNodeItems& oItems = pModel->items();
-    CNumberWidths oNumbers(fontMetrics());
+    CNumberWidths oNumbers(*pLetterWidths);
     std::vector<int> viLevels(std::size_t(oItems.count()), 1);
     int iWidest = 0;
     for (int iItem = 0; iItem < oItems.count(); iItem++) { // parents before their children
@@ -155,7 +157,7 @@ int CListView::widestNode() const
 
 int CListView::widestKeywords() const
 {
-    CWidestText oWidest(fontMetrics(), 0);
+    CWidestText oWidest(pLetterWidths, 0);
     const CKeywordTable* pKeywords = pModel->keywordTable();
     if (pKeywords == nullptr)
         return 0;
@@ -166,7 +168,7 @@ int CListView::widestKeywords() const
             vbShown[std::size_t(iNode)] = true;
     for (int iNode = 0; iNode < pKeywords->numRows(); iNode++)
         if (vbShown[std::size_t(iNode)])
-            oWidest.add(pKeywords->keywords(iNode));
+            oWidest.add(pKeywords->shown(iNode));
     return oWidest.width();
 }
 

@@ -8,10 +8,13 @@
 #include <QSqlDatabase>
 #include <QTreeView>
 
+#include <memory>
+
 namespace topicicons {
 struct Icons;
 }
 
+class CLetterWidths;
 class CNodeModel;
 class QMenu;
 
@@ -21,8 +24,6 @@ class CListView : public QTreeView
     Q_OBJECT
 
 public:
-    using NodeLists = CNodeItems::NodeLists;
-
     /// An empty tree that takes no width until it is filled for the first time.
     CListView(QWidget* pParent, const char* name);
     ~CListView() override;
@@ -30,7 +31,7 @@ public:
     /// Rebuilds the tree from the hierarchy, where entry i holds the children of node i and node 0 is the
     /// root. Null changes nothing. Keywords and topics are read anew unless the table name is null; without
     /// them the nodes have numbers only.
-    void fillList(const NodeLists* pvviNodes, QString sSOMTable);
+    void fillList(const CNodeLists* pvviNodes, QString sSOMTable);
 
     /// Runs the keyword query. False, with a message on the debug channel, if it gives no row.
     bool connectToDataBase(QString sSOMTable);
@@ -83,4 +84,5 @@ private:
     CNodeModel* pModel;
     QPersistentModelIndex oPopupItem; ///< where the menu was opened last
     QMenu* pPopupMenu;
+    std::shared_ptr<CLetterWidths> pLetterWidths; ///< of the font at the last filling
 };

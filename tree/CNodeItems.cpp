@@ -7,14 +7,6 @@
 
 namespace {
 
-std::size_t numListed(const CNodeItems::NodeLists& vviNodes)
-{
-    std::size_t uListed = 0;
-    for (const std::vector<int>& viChildren : vviNodes)
-        uListed += viChildren.size();
-    return uListed;
-}
-
 bool hasList(int iNode, std::size_t uNumNodes)
 {
     return iNode >= 0 && std::size_t(iNode) < uNumNodes;
@@ -23,37 +15,39 @@ bool hasList(int iNode, std::size_t uNumNodes)
 } // namespace
 
 // Without recursion, because hierarchies may be deep.
-CNodeItems::CNodeItems(const NodeLists& vviNodes)
+CNodeItems::CNodeItems(const CNodeLists& vviNodes)
     : uNumNodes(vviNodes.size())
 {
-    vItems.reserve(1 + numListed(vviNodes));
+    vItems.reserve(1 + vviNodes.numChildren());
     vItems.push_back({0, None, 1, 0});
+    if (vviNodes.empty())
+        return;
     std::vector<bool> vbOnPath(uNumNodes, false);
-    std::vector<int> viNextRows; // of the items from the root to the present one
+    std::vector<int> viNextRows; // of the branches from the root to the present one
     int iItem = 0;
-    const auto enter = [&] {
-        viNextRows.push_back(0);
-        if (!hasList(node(iItem), uNumNodes))
-            return;
-        const auto uNode = std::size_t(node(iItem));
+    const auto enter = [&](std::size_t uNode) {
         vbOnPath[uNode] = true;
+        viNextRows.push_back(0);
         addChildren(iItem, vviNodes[uNode], vbOnPath);
     };
-    enter();
+    enter(0);
     while (!viNextRows.empty()) {
-        if (viNextRows.back() < numChildren(iItem)) {
-            iItem = child(iItem, viNextRows.back()++);
-            enter();
-        } else {
-            if (hasList(node(iItem), uNumNodes))
-                vbOnPath[std::size_t(node(iItem))] = false;
+        if (viNextRows.back() == numChildren(iItem)) {
+            vbOnPath[std::size_t(node(iItem))] = false;
             viNextRows.pop_back();
             iItem = parent(iItem);
+            continue;
+        }
+        const int iChild = child(iItem, viNextRows.back()++);
+        const int iNode = node(iChild);
+        if (hasList(iNode, uNumNodes) && !vviNodes[std::size_t(iNode)].empty()) {
+            iItem = iChild;
+            enter(std::size_t(iNode));
         }
     }
 }
 
-void CNodeItems::addChildren(int iItem, const std::vector<int>& viChildren, const std::vector<bool>& vbOnPath)
+void CNodeItems::addChildren(int iItem, std::span<const int> viChildren, const std::vector<bool>& vbOnPath)
 {
     vItems[std::size_t(iItem)].iFirstChild = count();
     for (const int iChild : viChildren)

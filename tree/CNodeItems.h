@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "binding/CNodeLists.h"
+
 #include <functional>
 #include <unordered_map>
 #include <vector>
@@ -13,7 +15,6 @@
 class CNodeItems
 {
 public:
-    using NodeLists = std::vector<std::vector<int>>;
     /// Brings siblings into order: of the nodes of all siblings it makes the places where they stood, in
     /// their new order. False if they stay as they are. Those that are equal keep their order.
     using Order = std::function<bool(const std::vector<int>& viNodes, std::vector<int>& viPlaces)>;
@@ -24,7 +25,7 @@ public:
     CNodeItems() = default;
     /// A tree whose entry i holds the children of node i. Children without a list of their own are leaves. A
     /// node below itself is left out, because it would never end.
-    explicit CNodeItems(const NodeLists& vviNodes);
+    explicit CNodeItems(const CNodeLists& vviNodes);
 
     int count() const { return int(vItems.size()); }
     int node(int iItem) const { return item(iItem).iNode; }
@@ -51,7 +52,7 @@ private:
     };
 
     const Item& item(int iItem) const { return vItems[std::size_t(iItem)]; }
-    void addChildren(int iItem, const std::vector<int>& viChildren, const std::vector<bool>& vbOnPath);
+    void addChildren(int iItem, std::span<const int> viChildren, const std::vector<bool>& vbOnPath);
     void moveChildren(int iParent, const std::vector<int>& viPlaces, std::vector<int>& viNumbers);
     int next(int iItem) const;
     void makeIndex() const;

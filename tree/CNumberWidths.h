@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QFontMetrics>
+#include "data/CLetterWidths.h"
 
 #include <array>
 
@@ -12,7 +12,7 @@
 class CNumberWidths
 {
 public:
-    explicit CNumberWidths(const QFontMetrics& oFontMetrics);
+    explicit CNumberWidths(CLetterWidths& oLetterWidths);
 
     /// In pixels, as QFontMetrics::horizontalAdvance() gives it for the number in decimal.
     int width(int iNumber);
@@ -21,7 +21,7 @@ private:
     static constexpr std::size_t NumLengths = 12; ///< up to "-2147483648"
 
     QFontMetrics oMetrics;
-    bool bEqualDigits;
+    bool bDigitsAlike;
     std::array<int, NumLengths> aiPositive{}; ///< by the number of letters; 0: not measured yet
     std::array<int, NumLengths> aiNegative{};
 };

@@ -15,14 +15,18 @@ QString query(const QString& sSOMTable)
 
 // Deliberate: a search behind a failed one starts at the beginning again, so that of two keywords only the
 // first is left. Test: tst_keywords, aTextIsShortened.
-QString shortened(QString sKeywords)
+void shorten(std::string_view oKeywords, std::string& oShown)
 {
-    qsizetype iLineFeed = -1;
+    std::size_t uLineFeed = std::string_view::npos;
     for (int i = 0; i < 3; i++)
-        iLineFeed = sKeywords.indexOf(QLatin1Char('\n'), iLineFeed + 1);
-    if (iLineFeed >= 0)
-        sKeywords.truncate(iLineFeed);
-    return sKeywords.replace(QLatin1Char('\n'), QStringLiteral(", "));
+        uLineFeed = oKeywords.find('\n', uLineFeed + 1);
+    oShown.clear();
+    for (const char c : oKeywords.substr(0, uLineFeed)) {
+        if (c == '\n')
+            oShown += ", ";
+        else
+            oShown += c;
+    }
 }
 
 } // namespace keywords

@@ -7,8 +7,6 @@
 
 #include <thread>
 
-using nodehierarchy::NodeLists;
-
 class TestNodeHierarchy : public QObject
 {
     Q_OBJECT
@@ -22,7 +20,7 @@ private Q_SLOTS:
         const auto oPassed = pass({3, 1}, 0, 5);
         QVERIFY(!oPassed.bResized);
         QVERIFY(!oPassed.bComplete);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{3, 1}, {}, {}, {}, {}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{3, 1}, {}, {}, {}, {}}));
     }
 
     void onlyTheLastNodeCompletesTheHierarchy()
@@ -34,7 +32,7 @@ private Q_SLOTS:
     void childrenKeepTheirOrder()
     {
         pass({7, 2, 10, 2}, 1, 2);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{}, {7, 2, 10, 2}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{}, {7, 2, 10, 2}}));
     }
 
     void aSmallerNumberDropsTheLastLists()
@@ -42,14 +40,14 @@ private Q_SLOTS:
         for (int iNode = 0; iNode < 5; iNode++)
             pass({iNode + 10}, iNode, 5);
         QVERIFY(pass({99}, 1, 3).bResized);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{10}, {99}, {12}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{10}, {99}, {12}}));
     }
 
     void aGreaterNumberAddsEmptyLists()
     {
         pass({1}, 0, 2);
         QVERIFY(pass({2}, 1, 4).bResized);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{1}, {2}, {}, {}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{1}, {2}, {}, {}}));
     }
 
     void theSameNumberResizesNothing()
@@ -63,7 +61,7 @@ private Q_SLOTS:
         pass({1}, 0, 2);
         pass({5}, 1, 2);
         pass({8, 9}, 0, 2);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{8, 9}, {5}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{8, 9}, {5}}));
     }
 
     void aNodeWithoutChildrenGetsAnEmptyList()
@@ -72,7 +70,7 @@ private Q_SLOTS:
         pass({}, 0, 2);
         const int aiUnused[] = {4};
         nodehierarchy::pass(aiUnused, -1, 1, 2);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{}, {}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{}, {}}));
     }
 
     void noNodesLeaveTheTableEmpty()
@@ -95,7 +93,7 @@ private Q_SLOTS:
     {
         QFETCH(int, iNode);
         QVERIFY(!pass({1}, iNode, 3).bComplete);
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{}, {}, {}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{}, {}, {}}));
     }
 
     void aNegativeNumberOfNodesCountsAsNone()
@@ -109,8 +107,8 @@ private Q_SLOTS:
         pass({1}, 0, 2);
         const auto pBefore = nodehierarchy::current();
         pass({2}, 0, 3);
-        QVERIFY(*pBefore == (NodeLists{{1}, {}}));
-        QVERIFY(*nodehierarchy::current() == (NodeLists{{2}, {}, {}}));
+        QVERIFY(*pBefore == (CNodeLists{{1}, {}}));
+        QVERIFY(*nodehierarchy::current() == (CNodeLists{{2}, {}, {}}));
     }
 
     void oneThreadReadsWhileAnotherPasses()
@@ -124,9 +122,9 @@ private Q_SLOTS:
         bool bComplete = false;
         while (!bComplete) {
             const auto pvviNodes = nodehierarchy::current();
-            for (const auto& viChildren : *pvviNodes)
-                bWhole = bWhole && (viChildren.empty() || viChildren.size() == 2);
-            bComplete = !pvviNodes->empty() && !pvviNodes->back().empty();
+            for (std::size_t i = 0; i < pvviNodes->size(); i++)
+                bWhole = bWhole && ((*pvviNodes)[i].empty() || (*pvviNodes)[i].size() == 2);
+            bComplete = !pvviNodes->empty() && !(*pvviNodes)[NumNodes - 1].empty();
         }
         oHost.join();
         QVERIFY(bWhole);

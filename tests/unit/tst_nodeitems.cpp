@@ -44,9 +44,9 @@ class TestNodeItems : public QObject
 private Q_SLOTS:
     void aHierarchyIsATree_data()
     {
-        QTest::addColumn<CNodeItems::NodeLists>("vviNodes");
+        QTest::addColumn<CNodeLists>("vviNodes");
         QTest::addColumn<QByteArray>("oLine");
-        const auto row = [](const char* pcName, const CNodeItems::NodeLists& vviNodes, const char* pcLine) {
+        const auto row = [](const char* pcName, const CNodeLists& vviNodes, const char* pcLine) {
             QTest::newRow(pcName) << vviNodes << QByteArray(pcLine);
         };
         row("no nodes", {}, "0");
@@ -62,7 +62,7 @@ private Q_SLOTS:
 
     void aHierarchyIsATree()
     {
-        QFETCH(CNodeItems::NodeLists, vviNodes);
+        QFETCH(CNodeLists, vviNodes);
         QTEST(line(CNodeItems(vviNodes)), "oLine");
     }
 
@@ -140,9 +140,10 @@ private Q_SLOTS:
     void aChainMayBeVeryLong()
     {
         constexpr int NumNodes = 300000;
-        CNodeItems::NodeLists vviNodes(NumNodes);
+        CNodeLists vviNodes;
+        vviNodes.resize(NumNodes);
         for (int iNode = 1; iNode < NumNodes; iNode++)
-            vviNodes[std::size_t(iNode) - 1] = {iNode};
+            vviNodes.set(std::size_t(iNode) - 1, std::span(&iNode, 1));
         CNodeItems oItems(vviNodes);
         oItems.sort(byLastDigit);
         QCOMPARE(oItems.count(), NumNodes);
@@ -150,10 +151,7 @@ private Q_SLOTS:
     }
 
 private:
-    static CNodeItems::NodeLists nodes()
-    {
-        return {{11, 2}, {}, {3, 8}, {16, 7}, {}, {}, {}, {}, {}, {}, {}, {4, 5}};
-    }
+    static CNodeLists nodes() { return {{11, 2}, {}, {3, 8}, {16, 7}, {}, {}, {}, {}, {}, {}, {}, {4, 5}}; }
 
     static void checkFamilies(const CNodeItems& oItems)
     {

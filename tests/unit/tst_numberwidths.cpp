@@ -31,7 +31,8 @@ private Q_SLOTS:
     {
         QFETCH(QFont, oFont);
         const QFontMetrics oMetrics(oFont);
-        CNumberWidths oWidths(oMetrics);
+        CLetterWidths oLetters(oMetrics);
+        CNumberWidths oWidths(oLetters);
         std::mt19937 oRandom(7);
         using Limits = std::numeric_limits<int>;
         for (int iBits = 0; iBits < 31; iBits++) {

@@ -47,7 +47,7 @@ void CTestBrowser::send(int iCommand, void* pData)
     QCoreApplication::sendEvent(pBrowser.get(), &oEvent);
 }
 
-void CTestBrowser::passHierarchy(std::vector<std::vector<int>> vviNodes)
+void CTestBrowser::passHierarchy(CNodeLists vviNodes)
 {
     if (!table().somTable().isNull())
         QTest::ignoreMessage(QtDebugMsg, "Database is open. Commencing.");

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "binding/CHandover.h"
+#include "binding/CNodeLists.h"
 #include "browser/CNodeBrowser.h"
 
 #include <QTest>
@@ -35,7 +36,7 @@ public:
     /// Carries a host's command out (numbers and payloads: commands.h).
     void send(int iCommand, void* pData = nullptr);
     /// As the host's command does; announces the tree's debug line.
-    void passHierarchy(std::vector<std::vector<int>> vviNodes);
+    void passHierarchy(CNodeLists vviNodes);
     /// As the host's command does.
     void select(int iNode);
 

@@ -34,7 +34,7 @@ void CTestTree::connectTo(const QString& sDatabase)
     QVERIFY(somconnection::open(oDatabase));
 }
 
-void CTestTree::fill(const CListView::NodeLists& vviNodes, const QString& sSOMTable)
+void CTestTree::fill(const CNodeLists& vviNodes, const QString& sSOMTable)
 {
     if (oDatabase.isOpen() && !sSOMTable.isNull())
         QTest::ignoreMessage(QtDebugMsg, "Database is open. Commencing.");

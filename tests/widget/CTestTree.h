@@ -26,7 +26,7 @@ public:
     QSqlDatabase& database() { return oDatabase; }
 
     /// Fills the tree. With an open connection and a table name it announces the tree's debug line.
-    void fill(const CListView::NodeLists& vviNodes, const QString& sSOMTable);
+    void fill(const CNodeLists& vviNodes, const QString& sSOMTable);
     /// Shows the tree and waits until it is on the screen and has the focus.
     void show();
 

@@ -184,9 +184,10 @@ private Q_SLOTS:
 
     void aDeepHierarchyIsBuilt()
     {
-        CListView::NodeLists vviNodes;
+        CNodeLists vviNodes;
+        vviNodes.resize(1999);
         for (int i = 1; i < 2000; i++)
-            vviNodes.push_back({i});
+            vviNodes.set(std::size_t(i) - 1, std::span(&i, 1));
         CTestTree oTree;
         oTree.fill(vviNodes, QString());
         QCOMPARE(oTree.picture().size(), 2000);

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QStringList Bare{u"v 0 | "_s, u"  - 1 | "_s};
-const CListView::NodeLists TwoNodes{{1}, {}};
+const CNodeLists TwoNodes{{1}, {}};
 
 void expectNoRows(const QString& sQuery)
 {

@@ -23,7 +23,7 @@ enum Entry
 };
 
 // 0 - 1 - 3 - 5 - 6, and side branches
-const CListView::NodeLists Nodes{{1, 2}, {3, 4}, {7}, {5}, {}, {6}, {}, {}};
+const CNodeLists Nodes{{1, 2}, {3, 4}, {7}, {5}, {}, {6}, {}, {}};
 
 } // namespace
 

@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 /// The order of the tree's rows, and where they are.
@@ -80,11 +82,10 @@ private Q_SLOTS:
     void onlyRowsInSightHaveAPlace()
     {
         // given
-        CListView::NodeLists vviNodes(1);
-        for (int i = 1; i < 500; i++)
-            vviNodes[0].push_back(i);
+        std::vector<int> viChildren(499);
+        std::iota(viChildren.begin(), viChildren.end(), 1);
         CTestTree oTree;
-        oTree.fill(vviNodes, QString());
+        oTree.fill({viChildren}, QString());
         oTree.show();
         // then: the same row is found at the place
         QCOMPARE(oTree->indexAt(oTree.place(5)), oTree.item(5));
@@ -98,7 +99,7 @@ private Q_SLOTS:
 
 private:
     // Row k of the table for node k.
-    void fill(CTestTree& oTree, CListView::NodeLists vviNodes, const QStringList& slKeywords)
+    void fill(CTestTree& oTree, CNodeLists vviNodes, const QStringList& slKeywords)
     {
         QString sRows;
         for (const QString& sKeywords : slKeywords)

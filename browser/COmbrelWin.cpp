@@ -7,6 +7,9 @@
 #include "displayloss.h"
 
 #include <QApplication>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QThreadPool>
 
 #include <cstdio>
 #include <memory>
@@ -35,6 +38,18 @@ public:
 private:
     void (*pfAfterEvent)();
 };
+
+// What Qt makes when it first paints, for the whole process, and takes away at the process's end. Were it
+// made in the midst of an event, an exit at that moment would take it away before the window (see exitguard).
+void makeSharedObjects()
+{
+    QPixmap oPixmap(1, 1);
+    QPixmapCache::find(QStringLiteral("qtutils"), &oPixmap);
+    QThreadPool::globalInstance();
+    QPainter oPainter(&oPixmap);
+    oPainter.fillRect(oPixmap.rect(), Qt::Dense4Pattern);
+    oPainter.drawPoint(0, 0);
+}
 
 using XConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
@@ -67,6 +82,7 @@ bool COmbrelWin::create(void (*afterEvent)(), void (*displayLost)())
     const CSurroundings surroundings;
     pApplication = new CApplication(iArguments, apcArguments, afterEvent);
     QApplication::setQuitOnLastWindowClosed(false);
+    makeSharedObjects();
     displayloss::guard(displayLost);
     return true;
 }

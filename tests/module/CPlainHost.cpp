@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <csignal>
+#include <linux/close_range.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,7 +39,10 @@ void compare(const char* pcChannel, const QByteArrayList& lCame, const QByteArra
 
 CPlainHost::CPlainHost()
 {
-    oProcess.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    oProcess.setChildProcessModifier([] {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC); // the test's own and its runner's
+    });
     oProcess.start(QStringLiteral(QTUTILS_PLAIN_HOST), {});
     oProcess.waitForStarted(LongestWait);
 }

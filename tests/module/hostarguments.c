@@ -17,6 +17,8 @@ enum
     CanarySize = 16
 };
 
+static struct Argument oLastText; /* that is kept */
+
 static void* memory(struct Argument* pArgument, size_t uSize)
 {
     pArgument->uSize = uSize;
@@ -129,6 +131,7 @@ void argument_make(struct Argument* pArgument, const char* pcField)
     if (strcmp(pcField, "null") == 0)
         return;
     pcValue = strchr(pcField, ':') + 1;
+    pArgument->bKeptText = pcField[0] == 'k';
     pArgument->bKept = pcField[0] == 'k' || pcField[0] == 'c';
     if (pcField[0] == 'c')
         pArgument->pSlot = colors_array(pcValue);
@@ -169,4 +172,15 @@ void argument_give_back(struct Argument* pArgument)
 {
     if (!pArgument->bKept)
         memory_give_back(pArgument->pSlot, pArgument->uSize);
+    else if (pArgument->bKeptText)
+        oLastText = *pArgument;
+}
+
+bool arguments_command(char** apcFields)
+{
+    if (strcmp(apcFields[0], "drop text") != 0)
+        return false;
+    memory_give_back(oLastText.pSlot, oLastText.uSize);
+    oLastText.pSlot = NULL;
+    return true;
 }

@@ -5,6 +5,7 @@
    Each command is answered by a line that begins with "=== "; what the module prints stands before it.
    Standard input at its end ends the host. */
 
+#include "hostarguments.h"
 #include "hostcolors.h"
 #include "hostmodule.h"
 #include "hostprobe.h"
@@ -174,7 +175,8 @@ static void run(char** apcFields, int iFields, char* pcResult)
 {
     pcResult[0] = '\0';
     if (process_command(apcFields, pcResult) || probe_command(apcFields, iFields, pcResult)
-        || colors_command(apcFields) || surroundings_command(apcFields, iFields, pcResult))
+        || colors_command(apcFields) || arguments_command(apcFields)
+        || surroundings_command(apcFields, iFields, pcResult))
         return;
     if (strcmp(apcFields[0], "start") == 0)
         start(apcFields, iFields, pcResult);

@@ -105,7 +105,7 @@ int hostMinutes(const char* pcDate)
 int minutes(std::time_t iSeconds)
 {
     constexpr std::time_t Half = 30;
-    return limited((iSeconds + (iSeconds < 0 ? -Half : Half)) / 60);
+    return limited(iSeconds / Minute + iSeconds % Minute / Half);
 }
 
 } // namespace datetext

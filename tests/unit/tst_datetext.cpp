@@ -152,6 +152,8 @@ private Q_SLOTS:
         QTest::newRow("90 seconds less") << qint64(-90) << -2;
         QTest::newRow("beyond the range") << (qint64(1) << 40) << std::numeric_limits<int>::max();
         QTest::newRow("below the range") << -(qint64(1) << 40) << std::numeric_limits<int>::min();
+        QTest::newRow("greatest") << std::numeric_limits<qint64>::max() << std::numeric_limits<int>::max();
+        QTest::newRow("least") << std::numeric_limits<qint64>::min() << std::numeric_limits<int>::min();
     }
 
     void minutesRoundHalvesAwayFromZero()

@@ -23,7 +23,7 @@ from types import FrameType
 from coverage_of_lines import Coverage
 from mutations import mutated
 
-from mapmaker.sources import changelogs, document
+from mapmaker.sources import changelogs, copies, document
 
 SECONDS_PER_INPUT = 1  # of the processor
 SECONDS_PER_LINE = 10
@@ -44,7 +44,7 @@ def is_plain(text: str) -> bool:
     return all(sign == "\n" or (sign >= " " and not "\x7f" <= sign <= "\x9f") for sign in text)
 
 
-def spelled(entry: changelogs.Entry) -> str:
+def spelled(entry: copies.Entry) -> str:
     """An entry as a changelog has it."""
     found = entry.document
     lines = [f"    {line}" if line else "" for line in found.text.split("\n")]
@@ -55,7 +55,7 @@ def spelled(entry: changelogs.Entry) -> str:
     )
 
 
-def check(entry: changelogs.Entry) -> None:
+def check(entry: copies.Entry) -> None:
     """The demands on one entry."""
     found = entry.document
     demand(found.title == f"{entry.source} {entry.version}", "the title is source and version")
@@ -70,11 +70,11 @@ def check(entry: changelogs.Entry) -> None:
     demand(again.document == found, f"an entry reads the same again: {again.document} for {found}")
 
 
-def check_all(entries: Sequence[changelogs.Entry]) -> None:
+def check_all(entries: Sequence[copies.Entry]) -> None:
     """The demands on all entries of an input."""
     for entry in entries:
         check(entry)
-    demand(len(changelogs.unique(entries)) <= len(entries), "no document comes from nowhere")
+    demand(len(list(copies.unique(entries))) <= len(entries), "no document comes from nowhere")
 
 
 @contextmanager
@@ -95,7 +95,7 @@ def limited(seconds: int) -> Iterator[None]:
 def tried(content: bytes, seconds: int = 0) -> frozenset[int]:
     """Runs an input, at most so long; gives what it reached. Raises whatever the code raises, or Broken."""
     with limited(seconds):
-        with Coverage(changelogs.__file__, document.__file__) as coverage:
+        with Coverage(changelogs.__file__, copies.__file__, document.__file__) as coverage:
             entries = list(changelogs.parse(changelogs.decode(content), "/doc/package"))
         check_all(entries)
     return coverage.reached()

@@ -18,6 +18,7 @@ from tqdm import tqdm
 from mapmaker import hierarchy, keywords, mapping, som, store
 from mapmaker.sources import changelogs, sample
 from mapmaker.sources.document import Document, SourceError
+from mapmaker.spool import BATCH, Spool, spooled
 
 T = TypeVar("T")
 
@@ -49,7 +50,7 @@ def say(line: str) -> None:
     print(line, flush=True)
 
 
-def bar(items: Sequence[T]) -> Iterable[T]:
+def bar(items: Iterable[T]) -> Iterable[T]:
     """A progress bar over a loop, if there is a terminal."""
     shown: Iterable[T] = tqdm(items, leave=False, disable=not sys.stderr.isatty())
     return shown
@@ -84,6 +85,7 @@ def add_common_options(command: argparse.ArgumentParser) -> None:
     add(
         "--branch-documents", type=int, default=200, metavar="N", help="most documents of an inner node (200)"
     )
+    add("--batch", type=int, default=BATCH, metavar="N", help=f"documents in memory at once ({BATCH})")
 
 
 def check(options: argparse.Namespace) -> None:
@@ -95,6 +97,7 @@ def check(options: argparse.Namespace) -> None:
         "width": 2,
         "height": 2,
         "branch_documents": 1,
+        "batch": 1,
     }
     for name, bound in least.items():
         value = getattr(options, name, None)
@@ -104,44 +107,48 @@ def check(options: argparse.Namespace) -> None:
         raise UsageError("--width and --height belong together")
 
 
-def documents(options: argparse.Namespace) -> list[Document]:
-    """The collection that the command asks for."""
+def documents(options: argparse.Namespace) -> tuple[Spool[list[Document]], int]:
+    """The collection that the command asks for, in batches on disk, and its size."""
     if options.command == "changelogs":
         try:
-            return release_notes(options.root, options.minimum)
+            return release_notes(options)
         except SourceError as error:
             if not options.or_sample:
                 raise
             say(f"{error}; making the sample of invented texts instead")
-    return sample.make(options.documents, np.random.default_rng(options.seed), options.root)
+    made = sample.make(options.documents, np.random.default_rng(options.seed), options.root)
+    return spooled(made, options.batch)
 
 
-def release_notes(root: str, minimum: int) -> list[Document]:
-    """Documents of the release notes, at least the minimum."""
-    found = changelogs.read(bar(changelogs.changelog_files(root)))
-    if len(found) < minimum:
-        raise SourceError(f"only {len(found)} release notes in {root}, {minimum} are needed")
-    return found
+def release_notes(options: argparse.Namespace) -> tuple[Spool[list[Document]], int]:
+    """Documents of the release notes, and their number, at least the minimum."""
+    notes = changelogs.read(bar(changelogs.changelog_files(options.root)))
+    found, number = spooled(notes, options.batch)
+    if number < options.minimum:
+        raise SourceError(f"only {number} release notes in {options.root}, {options.minimum} are needed")
+    return found, number
 
 
 def make_map(
-    options: argparse.Namespace, texts: Sequence[Document], steps: Steps
+    options: argparse.Namespace, texts: Spool[list[Document]], steps: Steps
 ) -> tuple[store.Content, list[hierarchy.Node], dict[str, float]]:
     """The map's rows, its nodes and its quality."""
     rng = np.random.default_rng(options.seed)
-    grid = som.Grid(options.width, options.height) if options.width else som.default_grid(len(texts))
     with steps.step("vectors"):
-        made = mapping.vectors(texts, rng)
+        made = mapping.vectors(texts, rng, options.batch)
+    points = made.points
+    grid = som.Grid(options.width, options.height) if options.width else som.default_grid(len(points))
     with steps.step(f"map of {grid.width} x {grid.height} units"):
-        models = som.train(made.points, grid, rng, track=bar)
-        trained = mapping.SOM(grid, models, som.winners(made.points, models))
+        models = som.train(points, grid, rng, track=bar)
+        trained = mapping.SOM(grid, models, som.assign(points, models))
     with steps.step("tree"):
-        nodes = mapping.tree(made.points, trained)
+        nodes = mapping.tree(points, trained)
     with steps.step("keywords"):
         chosen = keywords.node_keywords(made.words, made.counts, trained.units, nodes)
-    rows = mapping.memberships(made.points, trained, nodes, options.branch_documents)
-    content = store.Content(texts, rows, mapping.node_rows(nodes, chosen))
-    return content, nodes, mapping.figures(made, trained, chosen)
+    with steps.step("quality"):
+        numbers = mapping.figures(made, trained, chosen)
+    rows = mapping.memberships(points, trained, nodes, options.branch_documents)
+    return store.Content(texts, rows, mapping.node_rows(nodes, chosen)), nodes, numbers
 
 
 @contextmanager
@@ -176,12 +183,12 @@ def run(options: argparse.Namespace) -> None:
     with store.connection():  # fail before the work, not after
         pass
     with steps.step("reading"):
-        texts = documents(options)
-    say(f"{len(texts)} documents")
+        texts, number = documents(options)
+    say(f"{number} documents")
     content, nodes, numbers = make_map(options, texts, steps)
     about = [
         f"Hierarchy of the map {names.name}, made by: mapmaker {options.command} --seed {options.seed}",
-        f"{len(texts)} documents, {len(nodes)} nodes",
+        f"{number} documents, {len(nodes)} nodes",
     ]
     with store.connection() as link:
         with steps.step("storing"):
@@ -204,7 +211,7 @@ def main(arguments: Sequence[str]) -> int:
     except (UsageError, SourceError, store.StoreError) as error:
         print(f"mapmaker: {error}", file=sys.stderr)
     except OSError as error:
-        print(f"mapmaker: {error.filename}: {error.strerror}", file=sys.stderr)
+        print(f"mapmaker: {error.filename or 'temporary files'}: {error.strerror}", file=sys.stderr)
     except KeyboardInterrupt:
         print("mapmaker: interrupted", file=sys.stderr)
     else:

@@ -13,8 +13,8 @@ from dataclasses import dataclass, field
 import numpy as np
 from numpy.typing import NDArray
 
-from mapmaker.som import Ints
-from mapmaker.vectors import Floats
+from mapmaker.points import Floats, Ints, Points
+from mapmaker.som import all_sums
 
 TOPICS = 20
 GROUPS = 60
@@ -69,14 +69,19 @@ def ward_cost(first: Region, second: Region) -> float:
     return round(first.size * second.size / size * gap, DIGITS) if size else 0.0
 
 
-def unit_regions(points: Floats, units: Ints, models: Floats) -> list[Region]:
+def unit_regions(points: Points, units: Ints, models: Floats) -> list[Region]:
     """One region per unit, at its model; an empty one joins any neighbour free of cost."""
-    regions = []
-    for unit, model in enumerate(models):
-        own = points[units == unit]
-        scatter = round(float(((own - model) ** 2).sum()), DIGITS)
-        regions.append(Region([unit], round(len(own) ** SIZE_POWER, DIGITS), model, scatter))
-    return regions
+    sums, number = all_sums(points, units, len(models))
+    lengths = np.zeros(len(models))
+    for place, batch in points.batches():
+        lengths += np.bincount(units[place], (batch**2).sum(axis=1), len(models))
+    # of the squared distances from the model, written out, as the points are not at hand any more
+    scatters = lengths - 2 * (models * sums).sum(axis=1) + number[:, 0] * (models**2).sum(axis=1)
+    sizes = number[:, 0] ** SIZE_POWER
+    return [
+        Region([unit], round(float(sizes[unit]), DIGITS), model, round(float(scatters[unit]), DIGITS))
+        for unit, model in enumerate(models)
+    ]
 
 
 def merge_all(regions: Sequence[Region], touching: NDArray[np.bool_]) -> Region:
@@ -140,11 +145,6 @@ def numbered(root: Node) -> list[Node]:
             child.topic = place + 1 if node is root else node.topic
             nodes.append(child)
     return nodes
-
-
-def members(node: Node, units: Ints) -> Ints:
-    """Positions of the documents of a branch, ascending; `units` (n) gives each document's unit."""
-    return np.flatnonzero(np.isin(units, node.units))
 
 
 def script_lines(nodes: Sequence[Node], about: Sequence[str]) -> Iterator[str]:

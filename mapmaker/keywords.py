@@ -9,14 +9,14 @@ that one long text doesn't decide. Further words are chosen to occur together wi
 """
 
 from collections.abc import Iterable, Sequence
+from typing import NamedTuple
 
 import numpy as np
 from numpy.typing import NDArray
 from scipy.sparse import csr_matrix
 
-from mapmaker.hierarchy import Node, members
-from mapmaker.som import Ints
-from mapmaker.vectors import Floats
+from mapmaker.hierarchy import Node
+from mapmaker.points import Floats, Ints
 
 KEYWORDS = 8
 CANDIDATES = 40
@@ -30,14 +30,41 @@ STEM = 5  # letters that two forms of one word share
 DIGITS = 9
 
 
-def word_scores(used: csr_matrix, documents: Ints, everywhere: Floats) -> Floats:
-    """Scores (m) of the words for some documents; `everywhere` (m) counts documents of the collection.
+class Usage(NamedTuple):
+    """How many of the n documents use the m words."""
+
+    by_unit: csr_matrix  # (u, m)
+    sizes: Floats  # (u,), documents of each unit
+    everywhere: Floats  # (m,)
+
+
+def usage(counts: Iterable[csr_matrix], words: int, units: Ints) -> Usage:
+    """Sums over counts of m words that come in batches (b, m); `units` (n) gives each document's unit."""
+    start, count = 0, int(units.max()) + 1
+    by_unit = csr_matrix((count, words))
+    for batch in counts:
+        own = units[start : start + batch.shape[0]]
+        member = csr_matrix((np.ones(len(own)), (own, np.arange(len(own)))), shape=(count, len(own)))
+        by_unit = by_unit + member @ used(batch)
+        start += len(own)
+    sizes = np.bincount(units, minlength=count).astype(np.float64)
+    return Usage(by_unit, sizes, np.asarray(by_unit.sum(axis=0)).ravel())
+
+
+def used(counts: csr_matrix) -> csr_matrix:
+    """1 where a document uses a word."""
+    return (counts > 0).astype(np.float64)
+
+
+def word_scores(usage: Usage, units: Sequence[int]) -> Floats:
+    """Scores (m) of the words for the documents of some units.
 
     Words in less than a tenth of the documents score next to nothing: they only fill up short lists.
     """
-    share = np.asarray(used[documents].sum(axis=0)).ravel() / max(1, len(documents))
-    idf = np.log(1 + used.shape[0] / np.maximum(everywhere, 1))
-    lift = np.log(1 + share / np.maximum(everywhere / used.shape[0], 1e-9))
+    everywhere, documents = usage.everywhere, usage.sizes.sum()
+    share = np.asarray(usage.by_unit[units].sum(axis=0)).ravel() / max(1, usage.sizes[units].sum())
+    idf = np.log(1 + documents / np.maximum(everywhere, 1))
+    lift = np.log(1 + share / np.maximum(everywhere / documents, 1e-9))
     rare = np.where(share >= LEAST_SHARE, 1, RARE)
     scores: Floats = np.round(share * idf * lift * rare, DIGITS)
     return scores
@@ -64,11 +91,24 @@ def npmi(together: Floats, first: Floats, second: Floats, documents: int) -> Flo
     return result
 
 
-def pair_npmi(used: csr_matrix) -> Floats:
-    """NPMI of all pairs of the columns of a document-word matrix (n, k); shape (k, k)."""
-    together = np.asarray((used.T @ used).todense())
+def meetings(counts: Iterable[csr_matrix], groups: Sequence[Ints]) -> list[Floats]:
+    """For groups of k columns each, in how many documents each pair of them meets, (k, k).
+
+    The counts come in batches (b, m). The diagonal has the documents of each word.
+    """
+    together = [np.zeros((len(group), len(group))) for group in groups]
+    for batch in counts:
+        columns = used(batch).tocsc()
+        for group, sums in zip(groups, together):
+            chosen = columns[:, group]
+            sums += (chosen.T @ chosen).toarray()
+    return together
+
+
+def pair_npmi(together: Floats, documents: int) -> Floats:
+    """NPMI of all pairs of words (k, k) from the numbers of documents in which they meet."""
     single = together.diagonal()
-    return npmi(together, single[:, None], single[None, :], used.shape[0])
+    return npmi(together, single[:, None], single[None, :], documents)
 
 
 def choose(words: Sequence[str], values: Floats, bonds: Floats, taken: set[str]) -> list[str]:
@@ -91,21 +131,30 @@ def choose(words: Sequence[str], values: Floats, bonds: Floats, taken: set[str])
     return [words[i] for i in chosen]
 
 
+def candidates(values: Floats) -> Ints:
+    """Columns of the words with the best scores, falling."""
+    best: Ints = np.argsort(-values, kind="stable")[:CANDIDATES]
+    return best[values[best] > 0]
+
+
 def node_keywords(
-    words: Sequence[str], counts: csr_matrix, units: Ints, nodes: Sequence[Node]
+    words: Sequence[str], counts: Iterable[csr_matrix], units: Ints, nodes: Sequence[Node]
 ) -> list[list[str]]:
-    """Keywords of all nodes (in their order) from words (m), counts (n, m) and each document's unit (n)."""
-    used = (counts > 0).astype(np.float64).tocsr()
-    columns = used.tocsc()
-    everywhere = np.asarray(used.sum(axis=0)).ravel()
+    """Keywords of all nodes (in their order) from words (m), counts and each document's unit (n).
+
+    The counts come in batches (b, m) and are read twice.
+    """
+    whole = usage(counts, len(words), units)
+    groups, scores = [], []
+    for node in nodes:
+        values = word_scores(whole, node.units)
+        groups.append(candidates(values))
+        scores.append(values[groups[-1]])
     taken: set[str] = set()
     result = []
-    for node in nodes:
-        values = word_scores(used, members(node, units), everywhere)
-        best = np.argsort(-values, kind="stable")[:CANDIDATES]
-        best = best[values[best] > 0]
-        bonds = np.round(pair_npmi(columns[:, best]), DIGITS)
-        chosen = choose([words[i] for i in best], values[best], bonds, taken)
+    for values, group, together in zip(scores, groups, meetings(counts, groups)):
+        bonds = np.round(pair_npmi(together, len(units)), DIGITS)
+        chosen = choose([words[i] for i in group], values, bonds, taken)
         taken.update(chosen[:1])
         result.append(chosen)
     return result

@@ -3,7 +3,7 @@
 
 """How long steps report that they get on: the caller hands in a wrapper of their loop."""
 
-from collections.abc import Iterable, Sequence
+from collections.abc import Iterable
 from typing import Protocol, TypeVar
 
 T = TypeVar("T")
@@ -12,10 +12,10 @@ T = TypeVar("T")
 class Track(Protocol):
     """Passes the items on, one by one, and may show how many are done."""
 
-    def __call__(self, items: Sequence[T]) -> Iterable[T]:
+    def __call__(self, items: Iterable[T]) -> Iterable[T]:
         """The same items in the same order."""
 
 
-def silent(items: Sequence[T]) -> Iterable[T]:
+def silent(items: Iterable[T]) -> Iterable[T]:
     """Shows nothing."""
     return items

@@ -3,57 +3,82 @@
 
 """Figures that tell how good a map is."""
 
-from collections.abc import Sequence
+import hashlib
+from collections.abc import Iterable, Iterator, Sequence
 
 import numpy as np
 from scipy.sparse import csr_matrix
 
-from mapmaker.keywords import pair_npmi
-from mapmaker.som import Grid, distances, neighbours, scores, winners
-from mapmaker.vectors import Floats
+from mapmaker.keywords import meetings, pair_npmi
+from mapmaker.points import Floats, Ints, Points
+from mapmaker.som import Grid, assign, distances, neighbours, scores
 
 COHERENCE_WORDS = 3
 
 
-def quantization_error(points: Floats, models: Floats) -> float:
+def quantization_error(points: Points, models: Floats) -> float:
     """Mean distance of the points (n, d) to the nearest model (u, d)."""
-    return float(distances(points, models, winners(points, models)).mean())
+    units = assign(points, models)
+    total = sum(distances(batch, models, units[place]).sum() for place, batch in points.batches())
+    return float(total / len(points))
 
 
-def topographic_error(points: Floats, models: Floats, grid: Grid) -> float:
+def topographic_error(points: Points, models: Floats, grid: Grid) -> float:
     """Share of points whose nearest two units don't touch (Kiviluoto 1996)."""
-    nearest = np.argsort(scores(points, models), axis=1, kind="stable")[:, :2]
-    return float((~neighbours(grid)[nearest[:, 0], nearest[:, 1]]).mean())
+    apart = ~neighbours(grid)
+    errors = 0
+    for _, batch in points.batches():
+        nearest = np.argsort(scores(batch, models), axis=1, kind="stable")[:, :2]
+        errors += int(apart[nearest[:, 0], nearest[:, 1]].sum())
+    return errors / len(points)
 
 
-def empty_units(points: Floats, models: Floats) -> int:
+def empty_units(points: Points, models: Floats) -> int:
     """Number of units that are nearest to no point."""
-    return len(models) - len(np.unique(winners(points, models)))
+    return len(models) - len(np.unique(assign(points, models)))
 
 
-def distinct_rows(counts: csr_matrix) -> csr_matrix:
-    """The document-word matrix without repeated rows: copies of a text would fake co-occurrence."""
-    first: dict[bytes, int] = {}
-    for row in range(counts.shape[0]):
-        own = slice(counts.indptr[row], counts.indptr[row + 1])
-        first.setdefault(counts.indices[own].tobytes() + counts.data[own].tobytes(), row)
-    return counts[sorted(first.values())]
+def first_of_their_kind(counts: Iterable[csr_matrix]) -> Ints:
+    """Numbers of the documents whose counts no document before them has."""
+    prints = np.fromiter(
+        (row_print(batch, row) for batch in counts for row in range(batch.shape[0])), np.uint64
+    )
+    first: Ints = np.sort(np.unique(prints, return_index=True)[1])
+    return first
 
 
-def coherence(words: Sequence[str], counts: csr_matrix, keywords: Sequence[Sequence[str]]) -> float:
+def row_print(counts: csr_matrix, row: int) -> int:
+    """A number of 64 bits that differs, as good as surely, from that of any other row."""
+    own = slice(counts.indptr[row], counts.indptr[row + 1])
+    content = counts.indices[own].tobytes() + counts.data[own].tobytes()
+    return int.from_bytes(hashlib.blake2b(content, digest_size=8).digest(), "little")
+
+
+def rows_of(counts: Iterable[csr_matrix], documents: Ints) -> Iterator[csr_matrix]:
+    """Of counts in batches only the rows of the given documents, in ascending order."""
+    start = 0
+    for batch in counts:
+        first, last = np.searchsorted(documents, (start, start + batch.shape[0]))
+        yield batch[documents[first:last] - start]
+        start += batch.shape[0]
+
+
+def coherence(words: Sequence[str], counts: Iterable[csr_matrix], keywords: Sequence[Sequence[str]]) -> float:
     """Mean NPMI of the pairs among the first three keywords of each node that has as many.
 
-    Parameters: the words (m), counts (n, m), and the keywords of the nodes. Roeder et al. 2015 compare
-    such measures with people's judgement.
+    Parameters: the words (m), counts in batches (b, m) that are read twice, and the keywords of the nodes.
+    Copies of a text would fake co-occurrence and count once. Roeder et al. 2015 compare such measures with
+    people's judgement.
     """
     place = {word: column for column, word in enumerate(words)}
-    used = (distinct_rows(counts) > 0).astype(np.float64).tocsc()
-    means = []
-    for chosen in keywords:
-        columns = [place[word] for word in chosen[:COHERENCE_WORDS]]
-        if len(columns) == COHERENCE_WORDS:
-            bonds = pair_npmi(used[:, columns])
-            means.append(bonds[np.triu_indices(COHERENCE_WORDS, 1)].mean())
+    groups = [[place[word] for word in chosen[:COHERENCE_WORDS]] for chosen in keywords]
+    columns = [np.array(group) for group in groups if len(group) == COHERENCE_WORDS]
+    documents = first_of_their_kind(counts)
+    pairs = np.triu_indices(COHERENCE_WORDS, 1)
+    means = [
+        pair_npmi(together, len(documents))[pairs].mean()
+        for together in meetings(rows_of(counts, documents), columns)
+    ]
     return float(np.mean(means)) if means else 0.0
 
 

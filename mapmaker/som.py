@@ -18,14 +18,16 @@ import numpy as np
 from numpy.typing import NDArray
 from scipy.sparse import csr_matrix
 
+from mapmaker.points import Floats, Ints, Points, to_grain
 from mapmaker.progress import Track, silent
-from mapmaker.vectors import Floats, to_grain
-
-Ints = NDArray[np.int64]
 
 PULL_GRAIN = 2.0**-20
 MODEL_GRAIN = 2.0**-17
 UNITS_PER_ROOT = 1.7  # units per square root of the number of documents: about 16 x 12 for 13,000
+MOST_SHOWN = 6_000_000  # documents shown to the map, each as often as there are passes
+UNITS_PER_STEP = (
+    0.5  # documents of a step for each unit, so that a step's work on the grid stays in proportion
+)
 
 
 class Grid(NamedTuple):
@@ -43,8 +45,8 @@ class Grid(NamedTuple):
 class Schedule(NamedTuple):
     """How training goes on; widths are standard deviations of the neighbourhood in grid steps."""
 
-    batch: int = 256
-    passes: int = 60
+    step: int = 256  # fewest documents between two renewals of the models
+    passes: int = 60  # at most
     memory: float = 0.1  # share of the collection that the running sums remember
     first_width: float = 0.35  # of the grid's diagonal
     last_width: float = 0.45  # grid steps; smaller: nearer models but more folds in the map
@@ -89,6 +91,14 @@ def winners(points: Floats, models: Floats) -> Ints:
     return nearest
 
 
+def assign(points: Points, models: Floats) -> Ints:
+    """Nearest unit of each document (n)."""
+    nearest = np.empty(len(points), dtype=np.int64)
+    for place, batch in points.batches():
+        nearest[place] = winners(batch, models)
+    return nearest
+
+
 def distances(points: Floats, models: Floats, units: Ints) -> Floats:
     """Euclidean distance of each point to the model of its unit (n)."""
     lengths: Floats = np.sqrt(((points - models[units]) ** 2).sum(axis=1))
@@ -101,16 +111,37 @@ def unit_sums(points: Floats, units: Ints, count: int) -> tuple[Floats, Floats]:
     return member @ points, np.bincount(units, minlength=count).astype(np.float64)[:, None]
 
 
+def all_sums(points: Points, units: Ints, count: int) -> tuple[Floats, Floats]:
+    """The same over all documents: sums (u, d) and numbers (u, 1)."""
+    sums, number = np.zeros((count, points.dimensions)), np.zeros((count, 1))
+    for place, batch in points.batches():
+        seen, number_seen = unit_sums(batch, units[place], count)
+        sums += seen
+        number += number_seen
+    return sums, number
+
+
 def pull(squares: Ints, width: float) -> Floats:
     """Gaussian neighbourhood (u, u) of a width in grid steps."""
     strengths = to_grain(np.exp(np.arange(squares.max() + 1) / (-2 * width * width)), PULL_GRAIN)
     return strengths[squares]
 
 
-def first_models(points: Floats, grid: Grid) -> Floats:
+def moments(points: Points) -> tuple[Floats, Floats]:
+    """Mean (d) and covariance (d, d) of all points."""
+    dimensions = points.dimensions
+    sums, products = np.zeros(dimensions), np.zeros((dimensions, dimensions))
+    for _, batch in points.batches():
+        sums += batch.sum(axis=0)
+        products += batch.T @ batch
+    mean = sums / len(points)
+    return mean, products / len(points) - np.outer(mean, mean)
+
+
+def first_models(points: Points, grid: Grid) -> Floats:
     """The grid laid over the plane of the two principal axes through the mean of the points (u, d)."""
-    mean = points.mean(axis=0)
-    spread, axes = np.linalg.eigh(np.cov(points.T, bias=True))
+    mean, covariance = moments(points)
+    spread, axes = np.linalg.eigh(covariance)
     plane = axes[:, ::-1][:, :2]
     plane = plane * np.where(plane[np.abs(plane).argmax(axis=0), (0, 1)] < 0, -1, 1)
     places = positions(grid)
@@ -125,30 +156,36 @@ def weighted_means(sums: Floats, weights: Floats, models: Floats) -> Floats:
     return to_grain(means, MODEL_GRAIN)
 
 
+def passes_of(documents: int, schedule: Schedule) -> int:
+    """How often training goes through a collection; a large one is seen less often."""
+    return max(schedule.full_passes, min(schedule.passes, -(-MOST_SHOWN // documents)))
+
+
 def train(
-    points: Floats,
+    points: Points,
     grid: Grid,
     rng: np.random.Generator,
     schedule: Schedule = Schedule(),
     track: Track = silent,
 ) -> Floats:
-    """Models (u, d) of a map of the points (n, d), which are multiples of the vectors' grain.
+    """Models (u, d) of a map of the points (n, d), which are multiples of the points' grain.
 
     The neighbourhood's width shrinks exponentially over the passes; the full passes at the end keep it.
     """
     squares = squared_steps(grid)
     models = first_models(points, grid)
     sums, weights = np.zeros_like(models), np.zeros((grid.units, 1))
-    batch = min(schedule.batch, len(points))
-    keep = max(0.0, 1 - batch / (schedule.memory * len(points)))
+    size = min(max(schedule.step, int(UNITS_PER_STEP * grid.units)), len(points))
+    keep = max(0.0, 1 - size / (schedule.memory * len(points)))
     first_width = schedule.first_width * np.hypot(grid.width, grid.height)
-    starts = range(0, len(points), batch)
-    for number in track(range(schedule.passes)):
+    starts = range(0, len(points), size)
+    passes = passes_of(len(points), schedule)
+    for number in track(range(passes)):
         order = rng.permutation(len(points))
         for step, start in enumerate(starts):
-            done = (number + step / len(starts)) / schedule.passes
+            done = (number + step / len(starts)) / passes
             near = pull(squares, first_width * (schedule.last_width / first_width) ** done)
-            chosen = points[order[start : start + batch]]
+            chosen = points[order[start : start + size]]
             seen, number_seen = unit_sums(chosen, winners(chosen, models), grid.units)
             sums = keep * sums + near @ seen
             weights = keep * weights + near @ number_seen
@@ -156,9 +193,9 @@ def train(
     return settle(points, models, pull(squares, schedule.last_width), schedule.full_passes)
 
 
-def settle(points: Floats, models: Floats, near: Floats, passes: int) -> Floats:
+def settle(points: Points, models: Floats, near: Floats, passes: int) -> Floats:
     """Models after some passes of the plain batch map with a fixed neighbourhood (u, u)."""
     for _ in range(passes):
-        seen, number_seen = unit_sums(points, winners(points, models), len(models))
+        seen, number_seen = all_sums(points, assign(points, models), len(models))
         models = weighted_means(near @ seen, near @ number_seen, models)
     return models

@@ -9,9 +9,9 @@ a reader sees the old map or the new one.
 
 import os
 import re
-from collections.abc import Iterator, Mapping, Sequence
+from collections.abc import Iterable, Iterator, Mapping, Sequence
 from contextlib import contextmanager
-from itertools import chain
+from itertools import chain, count
 from typing import Any, NamedTuple
 
 import pymysql  # type: ignore[import]
@@ -78,10 +78,10 @@ class Names(NamedTuple):
 
 
 class Content(NamedTuple):
-    """The rows of a map; nodes and documents are numbered from 0 in the given order."""
+    """The rows of a map in batches, each read once; nodes and documents are numbered from 0 in their order."""
 
-    documents: Sequence[Document]
-    memberships: Sequence[tuple[int, float, int]]  # node, distance, document
+    documents: Iterable[Sequence[Document]]
+    memberships: Iterable[Sequence[tuple[int, float, int]]]  # node, distance, document
     nodes: Sequence[tuple[int, str]]  # topic, keywords
 
 
@@ -136,28 +136,22 @@ def document_row(number: int, document: Document) -> tuple[Any, ...]:
 
 
 def insert(cursor: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
-    """Writes rows that give all columns, in one statement."""
-    marks = "(" + ", ".join(["%s"] * len(rows[0])) + ")"
-    statement = f"INSERT INTO {table} VALUES " + ", ".join([marks] * len(rows))
-    cursor.execute(statement, tuple(chain.from_iterable(rows)))
+    """Writes rows that give all columns, many in one statement."""
+    for start in range(0, len(rows), ROWS_PER_INSERT):
+        block = rows[start : start + ROWS_PER_INSERT]
+        marks = "(" + ", ".join(["%s"] * len(block[0])) + ")"
+        statement = f"INSERT INTO {table} VALUES " + ", ".join([marks] * len(block))
+        cursor.execute(statement, tuple(chain.from_iterable(block)))
 
 
-def blocks(content: Content) -> list[tuple[int, range]]:
-    """Which rows go into one statement: number of the table and range of rows."""
-    return [
-        (table, range(start, min(start + ROWS_PER_INSERT, len(rows))))
-        for table, rows in enumerate(content)
-        for start in range(0, len(rows), ROWS_PER_INSERT)
-    ]
-
-
-def rows_of(content: Content, table: int, numbers: range) -> list[tuple[Any, ...]]:
-    """Rows of one table as they are stored."""
-    if table == 0:
-        return [document_row(number, content.documents[number]) for number in numbers]
-    if table == 1:
-        return [content.memberships[number] for number in numbers]
-    return [(number, *content.nodes[number]) for number in numbers]
+def batches(content: Content, track: Track) -> Iterator[tuple[int, list[tuple[Any, ...]]]]:
+    """All rows as they are stored, a batch at a time with the number of its table."""
+    document = count()
+    for texts in track(content.documents):
+        yield 0, [document_row(number, text) for text, number in zip(texts, document)]
+    for members in track(content.memberships):
+        yield 1, list(members)
+    yield 2, [(number, *node) for number, node in enumerate(content.nodes)]
 
 
 def fill(link: Any, names: Names, content: Content, track: Track = silent) -> None:
@@ -167,12 +161,12 @@ def fill(link: Any, names: Names, content: Content, track: Track = silent) -> No
         cursor.execute(f"SET SESSION lock_wait_timeout = {SECONDS_TO_WAIT}")
         for database in sorted({names.source_database, names.som_database}):
             create_database(cursor, database)
-        for table, definition in zip(names.tables(), (DOCUMENT, TRAIN, SOM)):
-            cursor.execute(f"DROP TABLE IF EXISTS {table}{FILLED}")
-            cursor.execute(definition.format(table + FILLED))
-        for number, numbers in track(blocks(content)):
-            insert(cursor, names.tables()[number] + FILLED, rows_of(content, number, numbers))
-        link.commit()
+        for name, definition in zip(names.tables(), (DOCUMENT, TRAIN, SOM)):
+            cursor.execute(f"DROP TABLE IF EXISTS {name}{FILLED}")
+            cursor.execute(definition.format(name + FILLED))
+        for table, rows in batches(content, track):
+            insert(cursor, names.tables()[table] + FILLED, rows)
+            link.commit()
         cursor.execute("ANALYZE TABLE " + ", ".join(table + FILLED for table in names.tables()))
 
 

@@ -10,8 +10,8 @@ import textwrap
 import zlib
 from collections.abc import Iterable, Iterator
 from datetime import datetime
-from typing import NamedTuple
 
+from mapmaker.sources.copies import Entry, unique
 from mapmaker.sources.document import Document, SourceError, folder_address
 
 HEADER = re.compile(
@@ -28,15 +28,6 @@ MONTHS = "jan feb mar apr may jun jul aug sep oct nov dec".split()
 EARLIEST_YEAR = 1990
 MOST_BYTES = 64 * 1024 * 1024  # read of one file: a small compressed one may hold far more
 BLANKED = {code: " " for code in (*range(0x20), *range(0x7F, 0xA0)) if chr(code) not in "\t\n"}
-
-
-class Entry(NamedTuple):
-    """One changelog entry and the file it was found in."""
-
-    source: str
-    version: str
-    owner: str  # source of the file's newest entry, so of the package that installed it
-    document: Document
 
 
 def decode(content: bytes) -> str:
@@ -132,25 +123,6 @@ def read_file(path: str) -> Iterator[Entry]:
     return parse(decode(content), os.path.dirname(path))
 
 
-def rank(entry: Entry) -> tuple[bool, datetime, bool, str]:
-    """Order of copies of one entry, the largest is kept.
-
-    A copy in a file of the same source wins, then the newest; the rest only makes the choice unique.
-    """
-    document = entry.document
-    return (entry.owner == entry.source, document.date, document.package == entry.source, document.package)
-
-
-def unique(entries: Iterable[Entry]) -> list[Document]:
-    """Documents by date, one per source and version."""
-    kept: dict[tuple[str, str], Entry] = {}
-    for entry in entries:
-        key = (entry.source, entry.version)
-        if entry.document.text and (key not in kept or rank(entry) > rank(kept[key])):
-            kept[key] = entry
-    return sorted((entry.document for entry in kept.values()), key=lambda document: document[:2])
-
-
-def read(paths: Iterable[str]) -> list[Document]:
+def read(paths: Iterable[str]) -> Iterator[Document]:
     """All documents of the given changelog files, in order of date and title."""
     return unique(entry for path in paths for entry in read_file(path))

@@ -3,6 +3,7 @@
 
 """A seeded collection of invented texts, for machines whose packages come without release notes."""
 
+from collections.abc import Iterator
 from datetime import datetime, timedelta
 
 import numpy as np
@@ -77,12 +78,10 @@ def write(subject: Subject, date: datetime, url: str, rng: np.random.Generator) 
     )
 
 
-def make(documents: int, rng: np.random.Generator, folder: str) -> list[Document]:
+def make(documents: int, rng: np.random.Generator, folder: str) -> Iterator[Document]:
     """A collection in order of date; the texts have no address of their own, so all lead to the folder."""
     known = subjects()
     url = folder_address(folder)
-    minutes = np.sort(rng.integers(YEARS * 365 * 24 * 60, size=documents))
-    return [
-        write(known[int(rng.integers(len(known)))], FIRST_DAY + timedelta(minutes=int(minute)), url, rng)
-        for minute in minutes
-    ]
+    for minute in np.sort(rng.integers(YEARS * 365 * 24 * 60, size=documents)):
+        subject = known[int(rng.integers(len(known)))]
+        yield write(subject, FIRST_DAY + timedelta(minutes=int(minute)), url, rng)

@@ -137,7 +137,7 @@ def test_an_address_is_refused_rather_than_cut() -> None:
 
 def test_a_map_with_an_unsafe_address_is_not_stored(server: dict[str, str]) -> None:
     texts = [document("good"), document("bad")._replace(url='http://a/";x;"')]
-    content = store.Content(texts, [(0, 0.0, 0)], [(0, "a")])
+    content = store.Content([texts], [[(0, 0.0, 0)]], [(0, "a")])
     names = store.Names("unsafe_texts", "unsafe_map", "unsafe")
     with pytest.raises(store.StoreError, match="^unsafe address 'http://a/\";x;\"' of document 'bad'$"):
         with store.connection(server) as link:

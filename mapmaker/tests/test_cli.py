@@ -141,13 +141,13 @@ def test_no_variables_are_one_line(
 
 
 def test_the_sample_is_seeded() -> None:
-    made = [sample.make(50, np.random.default_rng(seed), "/usr/share/doc") for seed in (1, 1, 2)]
+    made = [list(sample.make(50, np.random.default_rng(seed), "/usr/share/doc")) for seed in (1, 1, 2)]
     assert made[0] == made[1]
     assert made[0] != made[2]
 
 
 def test_the_sample_is_readable() -> None:
-    made = sample.make(2000, np.random.default_rng(1), "/usr/share/doc")
+    made = list(sample.make(2000, np.random.default_rng(1), "/usr/share/doc"))
     assert len(made) == 2000
     assert made == sorted(made, key=lambda document: document.date)
     assert made[-1].date.year - made[0].date.year > 15

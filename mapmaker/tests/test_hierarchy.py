@@ -8,6 +8,7 @@ import pytest
 
 from mapmaker import hierarchy, som
 from mapmaker.hierarchy import Node
+from mapmaker.points import Points
 from mapmaker.som import Grid
 
 GRID = Grid(8, 6)
@@ -20,7 +21,9 @@ def made_tree(topics: int = 5, groups: int = 12) -> tuple[list[Node], set[int]]:
     units = rng.choice(np.arange(3, GRID.units, dtype=np.int64), size=400)
     units = units[units % 7 != 0]
     points = models[units] + rng.normal(size=(len(units), 3)) * 0.1
-    whole = hierarchy.merge_all(hierarchy.unit_regions(points, units, models), som.neighbours(GRID))
+    whole = hierarchy.merge_all(
+        hierarchy.unit_regions(Points(points, batch=64), units, models), som.neighbours(GRID)
+    )
     filled = set(units.tolist())
     return hierarchy.build(whole, filled, topics, groups), filled
 
@@ -59,7 +62,7 @@ def test_topics_belong_to_branches() -> None:
 def test_topics_are_connected_on_the_grid() -> None:
     rng = np.random.default_rng(8)
     models, units = rng.random((GRID.units, 3)), np.arange(GRID.units)
-    whole = hierarchy.merge_all(hierarchy.unit_regions(models, units, models), som.neighbours(GRID))
+    whole = hierarchy.merge_all(hierarchy.unit_regions(Points(models), units, models), som.neighbours(GRID))
     touching = som.neighbours(GRID)
     for region in hierarchy.split([whole], 6):
         reached = {region.units[0]}
@@ -73,7 +76,7 @@ def test_distant_blocks_become_topics() -> None:
     left = np.arange(GRID.units) % GRID.width < 4
     models = np.where(left[:, None], 0.0, 9.0) + np.random.default_rng(2).random((GRID.units, 2)) * 0.01
     units = np.arange(GRID.units)
-    whole = hierarchy.merge_all(hierarchy.unit_regions(models, units, models), som.neighbours(GRID))
+    whole = hierarchy.merge_all(hierarchy.unit_regions(Points(models), units, models), som.neighbours(GRID))
     halves = sorted(region.units for region in hierarchy.split([whole], 2))
     assert halves == [np.flatnonzero(left).tolist(), np.flatnonzero(~left).tolist()]
 
@@ -81,7 +84,9 @@ def test_distant_blocks_become_topics() -> None:
 def test_a_single_filled_unit_is_the_root() -> None:
     models = np.zeros((GRID.units, 2))
     units = np.full(5, 9, dtype=np.int64)
-    whole = hierarchy.merge_all(hierarchy.unit_regions(np.zeros((5, 2)), units, models), som.neighbours(GRID))
+    whole = hierarchy.merge_all(
+        hierarchy.unit_regions(Points(np.zeros((5, 2))), units, models), som.neighbours(GRID)
+    )
     assert [(node.number, node.units, node.topic) for node in hierarchy.build(whole, {9})] == [(0, [9], 0)]
 
 

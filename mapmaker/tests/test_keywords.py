@@ -9,6 +9,8 @@ from scipy.sparse import csr_matrix
 
 from mapmaker import keywords, quality, vectors
 from mapmaker.hierarchy import Node, numbered
+from mapmaker.points import GRAIN, Ints
+from mapmaker.spool import batched
 
 
 def as_reader(text: str) -> str:
@@ -56,11 +58,12 @@ def test_points_have_length_one_or_zero() -> None:
     rng = np.random.default_rng(1)
     vocabulary = [f"word{letter}" for letter in "abcdefghijklmnopqrstuvwxyz"]
     texts = [" ".join(rng.choice(vocabulary, size=6)) for _ in range(80)] + ["of the"]
-    made = vectors.vectorize(texts, rng)
-    lengths = np.sqrt((made.points**2).sum(axis=1))
+    made = vectors.vectorize(batched(texts, 30), rng)
+    points = made.points[:]
+    lengths = np.sqrt((points**2).sum(axis=1))
     assert lengths[:-1] == pytest.approx(1, abs=1e-3)
     assert lengths[-1] == 0
-    assert (made.points / vectors.GRAIN == np.rint(made.points / vectors.GRAIN)).all()
+    assert (points / GRAIN == np.rint(points / GRAIN)).all()
 
 
 @pytest.mark.parametrize(
@@ -77,11 +80,12 @@ def test_forms_and_compounds(first: str, second: str, same: bool) -> None:
     assert keywords.same_word(first, second) is same
 
 
-def small_collection() -> tuple[list[str], csr_matrix, np.ndarray]:  # type: ignore[type-arg]
+def small_collection() -> tuple[list[str], list[csr_matrix], Ints]:
     """Two units of ten documents: bees and hives with honey, bread and ovens with honey."""
     words = ["bee", "bees", "bread", "hive", "honey", "oven"]
     first, second = [2, 1, 0, 1, 1, 0], [0, 0, 1, 0, 1, 1]
-    return words, csr_matrix(np.array([first] * 10 + [second] * 10, dtype=float)), np.repeat([0, 1], 10)
+    counts = csr_matrix(np.array([first] * 10 + [second] * 10, dtype=float))
+    return words, [counts[:7], counts[7:]], np.repeat([0, 1], 10)
 
 
 def test_keywords_tell_the_nodes_apart() -> None:
@@ -103,9 +107,9 @@ def test_npmi_of_companions_strangers_and_the_independent() -> None:
 def test_coherence_ignores_copies_of_a_text() -> None:
     used = csr_matrix(np.array([[1, 1, 1, 0], [0, 0, 0, 1], [1, 0, 0, 1]] + [[1, 1, 1, 0]] * 50, dtype=float))
     words = ["a", "b", "c", "d"]
-    few = quality.coherence(words, used[:3], [words])
-    assert quality.coherence(words, used, [words]) == few
-    assert quality.coherence(words, used[:3], [["a", "b"]]) == 0
+    few = quality.coherence(words, [used[:3]], [words])
+    assert quality.coherence(words, [used[:20], used[20:]], [words]) == few
+    assert quality.coherence(words, [used[:3]], [["a", "b"]]) == 0
 
 
 def test_the_share_of_unique_first_keywords() -> None:

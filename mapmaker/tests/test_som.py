@@ -7,15 +7,15 @@ import numpy as np
 import pytest
 
 from mapmaker import quality, som
+from mapmaker.points import GRAIN, Points, to_grain
 from mapmaker.som import Grid, Schedule
-from mapmaker.vectors import GRAIN, Floats, to_grain
 
-QUICK = Schedule(batch=64, passes=15, last_width=0.5)
+QUICK = Schedule(step=64, passes=15, last_width=0.5)
 
 
-def square(count: int = 1000) -> Floats:
+def square(count: int = 1000, batch: int = 300) -> Points:
     """Points (n, 2) spread evenly in a square."""
-    return to_grain(np.random.default_rng(5).random((count, 2)), GRAIN)
+    return Points(to_grain(np.random.default_rng(5).random((count, 2)), GRAIN), batch=batch)
 
 
 def test_inner_units_have_six_neighbours() -> None:
@@ -59,7 +59,7 @@ def test_a_random_map_has_a_high_topographic_error() -> None:
 
 
 def test_equal_points_and_points_at_zero_do_no_harm() -> None:
-    models = som.train(np.zeros((30, 3)), Grid(3, 2), np.random.default_rng(1), QUICK)
+    models = som.train(Points(np.zeros((30, 3))), Grid(3, 2), np.random.default_rng(1), QUICK)
     assert np.isfinite(models).all()
 
 
@@ -68,3 +68,16 @@ def test_the_nearest_model_wins_and_the_first_of_equals() -> None:
     points = np.array([[0.75, 0.0], [0.25, 0.0]])
     assert som.winners(points, models).tolist() == [1, 0]
     assert som.distances(points, models, np.array([1, 0])).tolist() == [0.25, 0.25]
+
+
+def test_the_size_of_the_batches_does_not_show() -> None:
+    grid = Grid(5, 4)
+    maps = [som.train(square(500, batch), grid, np.random.default_rng(1), QUICK) for batch in (1, 97, 500)]
+    assert maps[0].tobytes() == maps[1].tobytes() == maps[2].tobytes()
+
+
+@pytest.mark.parametrize(
+    "documents, passes", [(20, 60), (100_000, 60), (100_001, 60), (500_000, 12), (10**8, 5)]
+)
+def test_a_large_collection_is_seen_less_often(documents: int, passes: int) -> None:
+    assert som.passes_of(documents, Schedule()) == passes

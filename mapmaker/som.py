@@ -25,9 +25,7 @@ PULL_GRAIN = 2.0**-20
 MODEL_GRAIN = 2.0**-17
 UNITS_PER_ROOT = 1.7  # units per square root of the number of documents: about 16 x 12 for 13,000
 MOST_SHOWN = 6_000_000  # documents shown to the map, each as often as there are passes
-UNITS_PER_STEP = (
-    0.5  # documents of a step for each unit, so that a step's work on the grid stays in proportion
-)
+UNITS_PER_STEP = 0.4  # least documents of a step for each unit: its work grows with the square of the units
 
 
 class Grid(NamedTuple):

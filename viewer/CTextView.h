@@ -18,6 +18,12 @@ public:
     /// The text as it was given last, with its markup, which toPlainText() would drop.
     const QString& givenText() const { return sGivenText; }
 
+protected:
+    /// Loads nothing but what the text has in itself ("data:"): a text that comes from anywhere must neither
+    /// read files, which may be endless or keep the window waiting, nor ask the network. A picture gets a
+    /// sign.
+    QVariant loadResource(int iType, const QUrl& oAddress) override;
+
 private:
     QString sGivenText;
 };

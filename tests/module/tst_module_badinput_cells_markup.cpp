@@ -5,6 +5,7 @@
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QImage>
 
@@ -134,6 +135,16 @@ private Q_SLOTS:
             QTest::newRow(pcName) << sMarkup << QByteArray(pcRead);
         };
         row("picture", u"<img src='http://127.0.0.1:PORT/x'>"_s, "\ufffc\nend");
+        row("picture of a file", u"<img src='file://FOLDER/picture.png'>"_s, "\ufffc\nend");
+        row("picture without a scheme", u"<img src='FOLDER/picture.png'>"_s, "\ufffc\nend");
+        row("pipe for a picture", u"<img src='file://FOLDER/pipe'>"_s, "\ufffc\nend");
+        row("pipe without a scheme", u"<img src='FOLDER/pipe'>"_s, "\ufffc\nend");
+        row("endless file", u"<img src='file:///dev/zero'>"_s, "\ufffc\nend");
+        row("background of a file", u"<body background='FOLDER/picture.png'>"_s, "end");
+        row("style of a file",
+            u"<html><head><link rel='stylesheet' type='text/css' href='file://FOLDER/style.css'></head>"_s,
+            "end");
+        row("imported style of a file", u"<style>@import url('FOLDER/style.css');</style>"_s, "end");
         row("style",
             u"<html><head><link rel='stylesheet' type='text/css' href='http://127.0.0.1:PORT/x'></head>"_s,
             "end");
@@ -164,6 +175,24 @@ private Q_SLOTS:
         QTEST(oAnalyst.text("texteditor"), "oRead");
         QTEST(oAnalyst.text("0/fullEdit"), "oRead");
         QCOMPARE(oTrap.caught(), "");
+    }
+
+    void aPictureThatTheTextHoldsIsShown()
+    {
+        // given
+        QImage oPicture(60, 60, QImage::Format_RGB32);
+        oPicture.fill(Qt::green);
+        QBuffer oFile;
+        QVERIFY(oPicture.save(&oFile, "PNG"));
+        make(u"title"_s,
+            u"<img src='data:image/png;base64,%1'>"_s.arg(QString::fromLatin1(oFile.data().toBase64())));
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        show(oAnalyst);
+        // when
+        oAnalyst.clickCell(0, "title");
+        // then
+        QTUTILS_WAIT_FOR(oScreen.pixels(qRgb(0, 255, 0), oAnalyst.part("texteditor")) == 60 * 60);
     }
 
 private:

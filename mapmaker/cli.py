@@ -16,6 +16,9 @@ import numpy as np
 from tqdm import tqdm
 
 from mapmaker import hierarchy, keywords, mapping, som, store
+from mapmaker.doctor.examine import examine
+from mapmaker.doctor.finding import exit_code, json_text, text_lines
+from mapmaker.doctor.patient import NameFault
 from mapmaker.sources import changelogs, sample
 from mapmaker.sources.document import Document, SourceError
 from mapmaker.spool import BATCH, Spool, spooled
@@ -66,16 +69,26 @@ def parser() -> argparse.ArgumentParser:
     invented = commands.add_parser("sample", help="map a seeded collection of invented texts")
     for command in (notes, invented):
         add_common_options(command)
+    looked_at = commands.add_parser("doctor", help="look at a database before a host uses it; writes nothing")
+    looked_at.add_argument("table", metavar="TABLE", help="table of assignments that the host will name")
+    looked_at.add_argument("--json", action="store_true", help="print the findings as JSON")
+    add_databases(looked_at)
     return top
 
 
+def add_databases(command: argparse.ArgumentParser) -> None:
+    """Names of the databases."""
+    add = command.add_argument
+    add("--som-database", default="som", metavar="NAME", help="database of the map (som)")
+    add("--source-database", default="texts", metavar="NAME", help="database of the documents (texts)")
+
+
 def add_common_options(command: argparse.ArgumentParser) -> None:
-    """Options of both commands."""
+    """Options of the commands that make maps."""
+    add_databases(command)
     add = command.add_argument
     add("--root", default="/usr/share/doc", metavar="FOLDER", help="folder of the packages' documentation")
     add("--documents", type=int, default=2000, metavar="N", help="size of the sample (2000)")
-    add("--som-database", default="som", metavar="NAME", help="database of the map (som)")
-    add("--source-database", default="texts", metavar="NAME", help="database of the documents (texts)")
     add("--name", metavar="NAME", help="prefix of the map's tables (the command)")
     add("--script", metavar="FILE", help="write the hierarchy script for the host program")
     add("--report", metavar="FILE", help="write the quality figures as JSON")
@@ -174,6 +187,15 @@ def report_lines(options: argparse.Namespace, numbers: dict[str, float], steps: 
     return json.dumps(report, indent=2).splitlines()
 
 
+def look(options: argparse.Namespace) -> int:
+    """Prints what is wrong with a database; the exit code tells the worst of it."""
+    names = (options.som_database, options.source_database, options.table)
+    with store.connection(autocommit=None) as link:
+        findings = examine(link, store.settings(os.environ)["host"], *names, track=bar)
+    say(json_text(findings) if options.json else "\n".join(text_lines(findings)))
+    return exit_code(findings)
+
+
 def run(options: argparse.Namespace) -> None:
     """Makes and stores a map. Files and tables take their places only when all is written."""
     check(options)
@@ -204,11 +226,13 @@ def run(options: argparse.Namespace) -> None:
 
 
 def main(arguments: Sequence[str]) -> int:
-    """Exit code: 0, or 2 with one line of error."""
+    """Exit code: 0, or 2 with one line of error; after a look at a database that of the findings."""
     options = parser().parse_args(arguments)
     try:
+        if options.command == "doctor":
+            return look(options)
         run(options)
-    except (UsageError, SourceError, store.StoreError) as error:
+    except (UsageError, NameFault, SourceError, store.StoreError) as error:
         print(f"mapmaker: {error}", file=sys.stderr)
     except OSError as error:
         print(f"mapmaker: {error.filename or 'temporary files'}: {error.strerror}", file=sys.stderr)

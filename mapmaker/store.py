@@ -16,6 +16,7 @@ from typing import Any, NamedTuple
 
 import pymysql  # type: ignore[import]
 
+from mapmaker import hostoptions
 from mapmaker.progress import Track, silent
 from mapmaker.sources.document import LONGEST_ADDRESS, Document, is_safe_address
 
@@ -88,27 +89,34 @@ class Content(NamedTuple):
 def settings(environment: Mapping[str, str]) -> dict[str, Any]:
     """Parameters of the connection from MYSQL_HOST, MYSQL_USER and MYSQL_PWD.
 
-    Host localhost means the Unix socket, whose path is MYSQL_UNIX_PORT or Debian's default.
+    MYSQL_HOST may also hold options with semicolons between them. Host localhost means the Unix socket, whose path is MYSQL_UNIX_PORT or Debian's default. Any other host is
+    asked on the port in MYSQL_TCP_PORT, or the usual one.
     """
     missing = [name for name in ("MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD") if name not in environment]
     if missing:
         raise StoreError(f"missing in the environment: {', '.join(missing)}")
-    found: dict[str, Any] = {
-        "host": environment["MYSQL_HOST"],
-        "user": environment["MYSQL_USER"],
-        "password": environment["MYSQL_PWD"],
-    }
+    port = environment.get("MYSQL_TCP_PORT")
+    try:
+        found = hostoptions.parameters(environment["MYSQL_HOST"])
+        found.setdefault("port", int(port) if port else 0)
+    except ValueError as error:
+        raise StoreError(
+            f"the port in MYSQL_HOST or MYSQL_TCP_PORT is no number: {one_line(error)}"
+        ) from error
     if found["host"] == "localhost":
-        found["unix_socket"] = environment.get("MYSQL_UNIX_PORT", "/run/mysqld/mysqld.sock")
-    return found
+        found.setdefault("unix_socket", environment.get("MYSQL_UNIX_PORT", "/run/mysqld/mysqld.sock"))
+    return {**found, "user": environment["MYSQL_USER"], "password": environment["MYSQL_PWD"]}
 
 
 @contextmanager
-def connection(environment: Mapping[str, str] = os.environ) -> Iterator[Any]:
-    """An open connection, closed at the end; every failure of the server becomes a StoreError."""
+def connection(environment: Mapping[str, str] = os.environ, autocommit: bool | None = False) -> Iterator[Any]:
+    """An open connection, closed at the end; every failure of the server becomes a StoreError.
+
+    Without a value for `autocommit` the server's own setting is left alone.
+    """
     parameters = settings(environment)
     try:
-        link = pymysql.connect(**parameters, charset="utf8mb4", autocommit=False)
+        link = pymysql.connect(**parameters, charset="utf8mb4", autocommit=autocommit)
     except pymysql.MySQLError as error:
         raise StoreError(f"no connection to the server: {one_line(error)}") from error
     try:

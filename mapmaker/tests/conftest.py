@@ -13,11 +13,13 @@ from collections.abc import Iterator
 from contextlib import suppress
 from datetime import datetime
 from pathlib import Path
+from typing import Any
 
 import pymysql  # type: ignore[import]
 import pytest
 
 from mapmaker.sources.document import Document
+from mapmaker.tests.doctorbase import good_database
 
 USER = "mapmaker"
 SECONDS_TO_START = 30.0
@@ -50,7 +52,7 @@ def install(folder: Path, password: str) -> None:
     (folder / "tmp").mkdir()
     (folder / "users.sql").write_text(
         f"CREATE USER {USER}@localhost IDENTIFIED BY '{password}';\n"
-        f"GRANT ALL ON *.* TO {USER}@localhost;\n"
+        f"GRANT ALL ON *.* TO {USER}@localhost WITH GRANT OPTION;\n"
     )
     command = [tool("mariadb-install-db"), "--no-defaults", f"--datadir={folder}/data", "--skip-test-db"]
     command += ["--auth-root-authentication-method=socket"]
@@ -101,3 +103,12 @@ def server() -> Iterator[dict[str, str]]:
             process.wait()
     finally:
         shutil.rmtree(folder)
+
+
+@pytest.fixture
+def admin(server: dict[str, str]) -> Iterator[Any]:
+    """A connection that may do everything, to a server with a good database and a user who may read it."""
+    link = connect(server)
+    with good_database(link):
+        yield link
+    link.close()

@@ -147,6 +147,26 @@ def test_localhost_means_the_socket() -> None:
     assert "unix_socket" not in store.settings({**base, "MYSQL_HOST": "db.example.org"})
 
 
+def test_another_host_is_asked_on_its_port() -> None:
+    base = {"MYSQL_HOST": "db.example.org", "MYSQL_USER": "u", "MYSQL_PWD": "", "MYSQL_TCP_PORT": "3307"}
+    assert store.settings(base)["port"] == 3307
+    for wrong in ({"MYSQL_TCP_PORT": "x"}, {"MYSQL_HOST": "host=a;port=x"}):
+        with pytest.raises(
+            store.StoreError, match="^the port in MYSQL_HOST or MYSQL_TCP_PORT is no number: [^\n]*$"
+        ):
+            store.settings({**base, **wrong})
+
+
+def test_a_host_may_hold_options() -> None:
+    base = {"MYSQL_USER": "u", "MYSQL_PWD": "p", "MYSQL_TCP_PORT": "3307"}
+    host = "host=db.example.org; ssl-ca=/ca.pem; ssl-verify-server-cert=1; plugin-dir=/x"
+    made = {"host": "db.example.org", "port": 3307, "user": "u", "password": "p", "ssl_ca": "/ca.pem"}
+    verified = {"ssl_verify_cert": True, "ssl_verify_identity": True}
+    assert store.settings({**base, "MYSQL_HOST": host}) == {**made, **verified}
+    assert store.settings({**base, "MYSQL_HOST": "socket=/s;port=3308"})["unix_socket"] == "/s"
+    assert store.settings({**base, "MYSQL_HOST": "host=a;port=3308"})["port"] == 3308
+
+
 def test_no_server_is_one_line() -> None:
     missing = {"MYSQL_HOST": "localhost", "MYSQL_USER": "u", "MYSQL_PWD": "", "MYSQL_UNIX_PORT": "/nowhere"}
     with pytest.raises(store.StoreError, match="^no connection to the server: [^\n]*$"):

@@ -1,0 +1,33 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""All checks in their order."""
+
+from typing import Any
+
+from mapmaker.doctor import addresses, columns, dates, indices, keywordrows, rights, server, texts
+from mapmaker.doctor.finding import Finding
+from mapmaker.doctor.patient import Patient
+from mapmaker.progress import Track, silent
+
+CHECKS = (
+    server.check,
+    columns.check,
+    rights.check,
+    keywordrows.check,
+    indices.check,
+    dates.check,
+    addresses.check,
+    texts.check,
+)
+
+
+def examine(
+    link: Any, host: str, som_database: str, source_database: str, table: str, track: Track = silent
+) -> list[Finding]:
+    """What is wrong with the database of a window; `host` is where the connection leads.
+
+    Raises NameFault for bad names, and the server's own error when the connection is lost.
+    """
+    patient = Patient(link, host, som_database, source_database, table)
+    return [finding for check in track(CHECKS) for finding in check(patient)]

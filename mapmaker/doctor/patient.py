@@ -1,0 +1,122 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""The database that is looked at: its tables as the window would use them. Nothing here writes."""
+
+import re
+from typing import Any, NamedTuple
+
+import pymysql  # type: ignore[import]
+
+PLAIN_NAME = re.compile(r"[A-Za-z0-9_$]{1,64}")
+
+
+class NameFault(Exception):
+    """A name that the window could not use without quotes; the message is one line."""
+
+
+class Column(NamedTuple):
+    """A column as the server's catalogue has it."""
+
+    name: str
+    type: str  # such as "int" or "mediumtext", in lower case
+    length: int | None  # bytes that fit, for texts
+
+
+class Failure(NamedTuple):
+    """Why a table can't be read."""
+
+    code: int
+    message: str
+
+
+class Table:
+    """One of the three tables."""
+
+    def __init__(self, database: str, name: str) -> None:
+        self.database = database
+        self.name = name
+        self.columns: dict[str, Column] = {}  # by name in lower case, as the server finds them
+        self.failure: Failure | None = None
+
+    @property
+    def full_name(self) -> str:
+        """Database, point, table."""
+        return f"{self.database}.{self.name}"
+
+    def has(self, *columns: str) -> bool:
+        """Whether it can be read and has the columns, in whatever case they are written."""
+        return self.failure is None and all(column.lower() in self.columns for column in columns)
+
+
+class Patient:
+    """The database of a window, by the names that a host gives it. The connection stays the caller's."""
+
+    def __init__(self, link: Any, host: str, som_database: str, source_database: str, table: str) -> None:
+        """Reads which columns there are. Raises NameFault for names that need quotes."""
+        for name in (som_database, source_database, table):
+            if not PLAIN_NAME.fullmatch(name):
+                raise NameFault(f"bad name {name!r}: only A-Z, a-z, 0-9, _ and $ and up to 64 characters")
+        self.link = link
+        self.host = host
+        keywords = table.removesuffix("train") + "som" if table.endswith("train") else table
+        self.assignment = Table(som_database, table)
+        self.keywords = Table(som_database, keywords)
+        self.documents = Table(source_database, "document")
+        self.rows("SET SESSION TRANSACTION READ ONLY")
+        self.look(self.assignment, ("node", "dist", "item"))
+        self.look(self.keywords, ("_assigned_topic", "_keywords"))
+        self.look(self.documents, ())
+
+    @property
+    def tables(self) -> tuple[Table, Table, Table]:
+        """Assignment, keywords, documents."""
+        return (self.assignment, self.keywords, self.documents)
+
+    def rows(self, query: str, *values: object) -> list[tuple[Any, ...]]:
+        """All rows of a query."""
+        with self.link.cursor() as cursor:
+            cursor.execute(query, values or None)
+            return list(cursor.fetchall())
+
+    def value(self, query: str, *values: object) -> Any:
+        """The one value of a query."""
+        return self.rows(query, *values)[0][0]
+
+    def look(self, table: Table, wanted: tuple[str, ...]) -> None:
+        """Finds the columns, and whether the wanted ones can be read; all of them when none are named."""
+        table.columns = {
+            name.lower(): Column(name, kind.lower(), length)
+            for name, kind, length in self.rows(
+                "SELECT column_name, data_type, character_octet_length FROM information_schema.COLUMNS"
+                " WHERE table_schema = %s AND table_name = %s ORDER BY ordinal_position",
+                table.database,
+                table.name,
+            )
+        }
+        columns = [column for column in wanted if column in table.columns]
+        try:
+            self.rows(f"SELECT {', '.join(columns) or '*'} FROM {table.full_name} LIMIT 0")
+        except pymysql.MySQLError as error:
+            table.failure = Failure(error.args[0], " ".join(str(error.args[-1]).split()))
+
+    def first_columns(self, table: Table) -> dict[str, list[str]]:
+        """The columns of each index in their order, in lower case."""
+        found: dict[str, list[str]] = {}
+        for index, column in self.rows(
+            "SELECT index_name, column_name FROM information_schema.STATISTICS"
+            " WHERE table_schema = %s AND table_name = %s ORDER BY index_name, seq_in_index",
+            table.database,
+            table.name,
+        ):
+            found.setdefault(index, []).append(column.lower())
+        return found
+
+    def matching(self, table: Table, condition: str, *values: object) -> int:
+        """Number of rows that meet a condition."""
+        return int(self.value(f"SELECT COUNT(*) FROM {table.full_name} WHERE {condition}", *values))
+
+    def example(self, condition: str, *values: object) -> str:
+        """One document that meets a condition, for a message."""
+        query = f"SELECT MIN(id) FROM {self.documents.full_name} WHERE {condition}"
+        return f"for example id {self.value(query, *values)}"

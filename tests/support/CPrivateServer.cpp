@@ -49,7 +49,8 @@ QStringList serverOptions(const QTemporaryDir& oFolder)
 
 } // namespace
 
-CPrivateServer::CPrivateServer()
+CPrivateServer::CPrivateServer(QStringList slFurtherOptions)
+    : slFurther(std::move(slFurtherOptions))
 {
     QDir(oFolder.path()).mkdir(QStringLiteral("tmp"));
     run(QStringLiteral("mariadb-install-db"),
@@ -79,7 +80,7 @@ void CPrivateServer::start()
                                << QStringLiteral("--socket=") + socket()
                                << QStringLiteral("--innodb-flush-log-at-trx-commit=0")
                                << QStringLiteral("--innodb-buffer-pool-size=64M")
-                               << QStringLiteral("--log-output=TABLE"));
+                               << QStringLiteral("--log-output=TABLE") << slFurther);
     QByteArray oOutput;
     while (!oOutput.contains("ready for connections")) {
         if (!oServer.waitForReadyRead(LongestWait))

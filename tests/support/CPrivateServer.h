@@ -14,7 +14,8 @@ class CPrivateServer
 {
 public:
     /// Starts the server and waits until it answers; ends the program with a message if it can't be started.
-    CPrivateServer();
+    /// Further options come behind its own.
+    explicit CPrivateServer(QStringList slFurtherOptions = {});
     ~CPrivateServer();
     CPrivateServer(const CPrivateServer&) = delete;
     CPrivateServer& operator=(const CPrivateServer&) = delete;
@@ -47,6 +48,7 @@ public:
 private:
     void start();
 
+    QStringList slFurther;
     QTemporaryDir oFolder;
     QProcess oServer;
 };

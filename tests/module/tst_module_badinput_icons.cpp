@@ -96,6 +96,31 @@ private Q_SLOTS:
         QCOMPARE(signs(oAnalyst), NoSigns);
     }
 
+    void withoutAnySignThatCanBeReadThereAreTextsOnly_data()
+    {
+        QTest::addColumn<QByteArray>("oContent"); ///< of all files
+        QTest::newRow("empty") << ""_ba;
+        QTest::newRow("letters") << "no picture"_ba;
+        QTest::newRow("cut short") << "/* XPM */\n"_ba;
+    }
+
+    void withoutAnySignThatCanBeReadThereAreTextsOnly()
+    {
+        QFETCH(QByteArray, oContent);
+        for (int i = 0; i <= 20; i++) {
+            QFile oFile(file(i));
+            QVERIFY(oFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            oFile.write(oContent);
+        }
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        treehost::show(oAnalyst, Nodes);
+        waitForPaint(oAnalyst);
+        QCOMPARE(signs(oAnalyst), NoSigns);
+        QVERIFY(oAnalyst.item(1).height() < 28);
+        QCOMPARE(oAnalyst.tree()[1], "  - 1 | red, green, blue");
+    }
+
     void aHugeSignIsReduced()
     {
         drawHuge(5000);

@@ -140,6 +140,8 @@ private Q_SLOTS:
         row("made anew, with less",
             u"CREATE OR REPLACE TABLE odd.document AS SELECT id, date FROM news.document"_s,
             {"date | title", "10.05.06 12:00 | ", "11.05.06 12:00 | "});
+        row("without documents", u"DROP TABLE odd.document"_s, {"date | title"});
+        row("without assignments", u"DROP TABLE odd.news_train"_s, {"date | title"});
         row("without its database", u"DROP DATABASE odd"_s, {"date | title"});
     }
 
@@ -174,6 +176,27 @@ private Q_SLOTS:
         // then
         QCOMPARE(oAnalyst.table().value(1), "27.02.05 23:59 | Zug entgleist");
         QCOMPARE(oHost.numRows(), 5);
+    }
+
+    void aKeywordTableThatIsDroppedLeavesTheNumbersUntilItIsThereAgain()
+    {
+        // given
+        oServer.sql(u"CREATE TABLE som.kept AS SELECT * FROM som.news_som"_s);
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        oAnalyst.startAt(2);
+        // when
+        oServer.sql(u"DROP TABLE som.news_som"_s);
+        passHierarchy(oHost, true);
+        oHost.call("select", {"i:1"});
+        // then
+        QCOMPARE(oAnalyst.tree(), QByteArrayList({"v 0 | ", "  - 1 |  <", "  - 2 | ", "  - 3 | "}));
+        QCOMPARE(oHost.numRows(), 5);
+        // when
+        oServer.sql(u"RENAME TABLE som.kept TO som.news_som"_s);
+        passHierarchy(oHost, false);
+        // then
+        QCOMPARE(oAnalyst.tree()[1], "  - 1 | red, green, blue");
     }
 
 private:

@@ -6,6 +6,8 @@
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
 
+#include <sys/syscall.h>
+
 using namespace Qt::StringLiterals;
 
 /// The server, or the connection to it, ends while a window is in use. What the window has, it keeps.
@@ -134,6 +136,39 @@ private Q_SLOTS:
         }
         QCOMPARE(connections().size(), oWay == "statement killed" || oWay == "time limit" ? 1 : 0);
         checkNextWindow(oHost);
+    }
+
+    void everyThreadHasItsAnswerWhenAQueryIsEnded_data()
+    {
+        QTest::addColumn<QByteArray>("oWay");
+        for (const char* pcWay : {"statement killed", "connection killed", "server killed"})
+            QTest::newRow(pcWay) << QByteArray(pcWay);
+    }
+
+    void everyThreadHasItsAnswerWhenAQueryIsEnded()
+    {
+        // given
+        QFETCH(QByteArray, oWay);
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        startUntil(oAnalyst, oWay);
+        oHost.call("markRow", {"k:2005-03-01 13:00:00", "i:1"});
+        changeTable(oHost, "endless");
+        oHost.call("select", {"i:1"});
+        const QList<QByteArrayList> lQuestions{
+            {"getNumRows", "0"}, {"getFirstDateInFrame", "18494640"}, {"getNumRows", "0"}};
+        const auto number = [](qsizetype i) { return QByteArray::number(i + 1); };
+        for (qsizetype i = 0; i < lQuestions.size(); i++) {
+            const int iThread = oHost.command({"start", number(i), "call", lQuestions[i][0], "oi:1"}).toInt();
+            QTUTILS_WAIT_FOR(oHost.sleepsIn(iThread, SYS_futex));
+        }
+        QTUTILS_WAIT_FOR(isQueryRunning());
+        // when
+        end(oWay);
+        // then
+        for (qsizetype i = 0; i < lQuestions.size(); i++)
+            QCOMPARE(oHost.command({"join", number(i)}), lQuestions[i][1]);
+        QCOMPARE(oHost.numRows(), 0);
     }
 
     void cleanup()

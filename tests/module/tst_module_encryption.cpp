@@ -64,7 +64,8 @@ private:
 
 } // namespace
 
-/// A host with a semicolon is a list of the client library's options, by which the connection is encrypted.
+/// A host of the form NAME=VALUE;NAME=VALUE is a list of the client library's options, by which the
+/// connection is encrypted.
 class TestModuleEncryption : public QObject
 {
     Q_OBJECT

@@ -163,6 +163,8 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         oServer.kill();
         constructInVain(oHost, "som");
+        for (const char* pcVariable : {"MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD"})
+            oHost.command({"unenv", pcVariable}); // no longer needed
         oServer.restart();
         // when
         oHost.announceErrors(

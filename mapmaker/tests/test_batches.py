@@ -3,6 +3,7 @@
 
 """Memory follows the size of the batches, not that of the collection; and the map is the same with any size."""
 
+import resource
 import tracemalloc
 import weakref
 from collections.abc import Iterator
@@ -10,8 +11,10 @@ from pathlib import Path
 
 import numpy as np
 import pytest
+from scipy.sparse import csr_matrix
 
-from mapmaker import cli, keywords, mapping, som, spool
+from mapmaker import cli, keywords, mapping, projection, som, spool, store, vectors
+from mapmaker.progress import silent
 from mapmaker.sources import copies, sample
 from mapmaker.sources.document import Document
 from mapmaker.spool import Spool, batched, spooled
@@ -92,19 +95,74 @@ def test_a_spool_holds_one_batch_at_a_time() -> None:
     assert most <= 100  # one batch, and the one before while its name is being given away
 
 
-def test_documents_are_sorted_and_made_unique_without_holding_them() -> None:
-    def entries() -> Iterator[copies.Entry]:
-        for number in range(3000):
-            note = document(f"t{number % 2500:04}", f"{number}" + "x" * 5000, day=1 + number % 28)
-            yield copies.Entry("source", str(number % 2500), "source", note)
+def resident() -> int:
+    """Bytes of this process that are in memory."""
+    return int(Path("/proc/self/statm").read_text(encoding="ascii").split()[1]) * resource.getpagesize()
 
-    tracemalloc.start()
-    titles = [(note.date, note.title) for note in copies.unique(entries())]
-    peak = tracemalloc.get_traced_memory()[1]
-    tracemalloc.stop()
-    assert len(titles) == 2500
+
+def test_documents_are_sorted_and_made_unique_without_holding_them() -> None:
+    size, number = 10_000, 10_000
+
+    def entries() -> Iterator[copies.Entry]:
+        for place in range(number):
+            note = document(f"t{place % 9000:04}", f"{place}" + "x" * size, day=1 + place % 28)
+            yield copies.Entry("source", str(place % 9000), "source", note)
+
+    before = most = resident()
+    titles = []
+    for note in copies.unique(entries()):
+        titles.append((note.date, note.title))
+        most = max(most, resident())
+    assert len(titles) == 9000
     assert titles == sorted(titles)
-    assert peak < 3000 * 5000 / 5
+    assert most - before < size * number / 4
+
+
+class Text(str):
+    """A text that can be watched."""
+
+
+def test_words_are_counted_without_holding_the_texts() -> None:
+    alive: weakref.WeakSet[Text] = weakref.WeakSet()
+    most = 0
+
+    def batches() -> Iterator[list[Text]]:
+        nonlocal most
+        for number in range(20):
+            batch = [Text(f"same word{number * 10 + place} other{place}") for place in range(10)]
+            alive.update(batch)
+            most = max(most, len(alive))
+            yield batch
+
+    made = vectors.count_words(batches(), 5, 0.5)
+    assert (made.documents, len(made.words)) == (200, 10)
+    assert most <= 20
+
+
+def test_a_batch_is_stored_before_the_next_one_is_made() -> None:
+    made = 0
+
+    def batches() -> Iterator[list[Document]]:
+        nonlocal made
+        for number in range(5):
+            made += 1
+            yield [document(f"{number}")]
+
+    content = store.Content(batches(), iter([[(0, 0.5, 0)], [(0, 0.5, 1)]]), [(0, "a")])
+    seen = [(table, rows[0][0], made) for table, rows in store.batches(content, silent)]
+    assert seen == [(0, number, number + 1) for number in range(5)] + [(1, 0, 5), (1, 0, 5), (2, 0, 5)]
+
+
+def test_sums_over_batches_have_the_same_last_bit() -> None:
+    rng = np.random.default_rng(3)
+    rows = csr_matrix(rng.random((500, 40)))
+    directions = rng.random((40, 7))
+    products = [
+        projection.gram_product(lambda: (rows[i : i + size] for i in range(0, 500, size)), directions)
+        for size in (500, 77, 1)
+    ]
+    assert products[0] == pytest.approx(rows.T @ (rows @ directions))
+    assert products[0].tobytes() == products[1].tobytes() == products[2].tobytes()
 
 
 def test_several_loops_read_a_spool_at_once() -> None:

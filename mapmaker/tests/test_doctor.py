@@ -58,13 +58,17 @@ FAULTS = {
     "no topic": ("UPDATE ill_map.t_som SET _assigned_topic = NULL WHERE node = 3", ["keywords.topic"]),
     "two keywords": ("UPDATE ill_map.t_som SET _keywords = 'a\\nb' WHERE node = 3", ["keywords.two"]),
     "no index of nodes": ("ALTER TABLE ill_map.t_train DROP PRIMARY KEY", ["indices.node"]),
+    "nodes behind items": (
+        "ALTER TABLE ill_map.t_train DROP PRIMARY KEY, ADD PRIMARY KEY (item, node)",
+        ["indices.node"],
+    ),
     "index of nodes": ("ALTER TABLE ill_map.t_train DROP PRIMARY KEY, ADD INDEX (node)", ["indices.primary"]),
     "a pair twice": (
         "ALTER TABLE ill_map.t_train DROP PRIMARY KEY, ADD INDEX (node);\n"
         "INSERT INTO ill_map.t_train VALUES (1, 0.5, 10)",
         ["indices.primary", "indices.twice"],
     ),
-    "no index of ids": (DROP_ID_KEY, ["indices.id"]),
+    "no index of ids": (DROP_ID_KEY + ", ADD INDEX (title, id)", ["indices.id"]),
     "an id twice": (
         f"{DROP_ID_KEY}, ADD INDEX (id);\nUPDATE ill_texts.document SET id = 4 WHERE id = 3",
         ["indices.id_twice", "indices.orphans"],

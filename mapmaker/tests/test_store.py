@@ -163,6 +163,7 @@ def test_a_host_may_hold_options() -> None:
     made = {"host": "db.example.org", "port": 3307, "user": "u", "password": "p", "ssl_ca": "/ca.pem"}
     verified = {"ssl_verify_cert": True, "ssl_verify_identity": True}
     assert store.settings({**base, "MYSQL_HOST": host}) == {**made, **verified}
+    assert "ssl_verify_cert" not in store.settings({**base, "MYSQL_HOST": "host=a;ssl-ca=/ca.pem"})
     assert store.settings({**base, "MYSQL_HOST": "socket=/s;port=3308"})["unix_socket"] == "/s"
     assert store.settings({**base, "MYSQL_HOST": "host=a;port=3308"})["port"] == 3308
 

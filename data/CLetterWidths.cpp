@@ -18,8 +18,18 @@ constexpr QStringView Digits(u"0123456789");
 CLetterWidths::CLetterWidths(const QFontMetrics& oFontMetrics)
     : oMetrics(oFontMetrics)
     , oExact(oFontMetrics)
-    , viWidths(std::size_t(NumLetters) * NumLetters)
 {
+}
+
+std::shared_ptr<CLetterWidths> CLetterWidths::shared(const QFontMetrics& oFontMetrics)
+{
+    static auto& oLast = *new std::weak_ptr<CLetterWidths>;
+    std::shared_ptr<CLetterWidths> pWidths = oLast.lock();
+    if (!pWidths || pWidths->metrics() != oFontMetrics) {
+        pWidths = std::make_shared<CLetterWidths>(oFontMetrics);
+        oLast = pWidths;
+    }
+    return pWidths;
 }
 
 // Letters that move closer together count as if they did not.

@@ -3,6 +3,7 @@
 
 #include "CDataTable.h"
 
+#include "CHeader.h"
 #include "data/CWidestText.h"
 
 #include <QHeaderView>
@@ -10,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QWindow>
 
 #include <algorithm>
@@ -25,6 +27,7 @@ void setUpHeaders(QHeaderView& oColumns, QHeaderView& oRows)
     oColumns.setHighlightSections(false);
     oColumns.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     oColumns.setMinimumSectionSize(1);
+    oRows.setSectionsClickable(true);
     oRows.setHighlightSections(false);
     oRows.setMinimumSectionSize(1);
     oRows.setDefaultSectionSize(RowHeight);
@@ -35,7 +38,10 @@ void setUpHeaders(QHeaderView& oColumns, QHeaderView& oRows)
 CDataTable::CDataTable(QWidget* pParent)
     : QTableView(pParent)
     , pModel(new CDocumentModel(this))
+    , pColumnHeader(new CHeader(Qt::Horizontal, this))
 {
+    setHorizontalHeader(pColumnHeader);
+    setVerticalHeader(new CHeader(Qt::Vertical, this));
     setModel(pModel);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -46,7 +52,17 @@ CDataTable::CDataTable(QWidget* pParent)
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
     setUpHeaders(*horizontalHeader(), *verticalHeader());
-    connect(pModel, &QAbstractItemModel::modelReset, this, [this] { iCurrentColumn = -1; });
+    // Qt would paint all that is behind them with each step.
+    verticalScrollBar()->setAutoFillBackground(true);
+    horizontalScrollBar()->setAutoFillBackground(true);
+    connect(pModel, &QAbstractItemModel::modelReset, this, &CDataTable::beginAnew);
+}
+
+void CDataTable::beginAnew()
+{
+    iCurrentColumn = -1;
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
 }
 
 void CDataTable::selectRow(int iRow)
@@ -63,12 +79,11 @@ void CDataTable::ensureCellVisible(int iRow, int iColumn)
 void CDataTable::adjustColumns()
 {
     if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
-        pLetterWidths = std::make_shared<CLetterWidths>(fontMetrics());
+        pLetterWidths = CLetterWidths::shared(fontMetrics());
     std::vector<CWidestText> vWidest;
     for (int iColumn = 0; iColumn < numCols(); iColumn++) {
         const QString sLabel = pModel->headerData(iColumn, Qt::Horizontal).toString() + QLatin1Char('W');
-        const int iLabel = horizontalHeader()->fontMetrics().horizontalAdvance(sLabel);
-        vWidest.emplace_back(pLetterWidths, iLabel - CellPadding);
+        vWidest.emplace_back(pLetterWidths, pColumnHeader->textWidth(sLabel) - CellPadding);
     }
     // Row by row: a row that is being read is at hand.
     for (int iRow = 0; iRow < numRows() && !vWidest.empty(); iRow++)

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class CHeader;
 class CLetterWidths;
 
 /// A read-only grid over a query's result: single rows are selected, a row is current only once somebody has
@@ -57,11 +58,13 @@ protected:
     void showEvent(QShowEvent* pEvent) override;
 
 private:
+    void beginAnew();
     bool handleRowKey(int iKey);
     bool isNavigationKey(int iKey) const;
     QPoint insideCells(const QPoint& oPos) const;
 
     CDocumentModel* pModel;
+    CHeader* pColumnHeader;
     std::shared_ptr<CLetterWidths> pLetterWidths; ///< of the font at the last adjustColumns()
     QSqlRecord oCurrentRecord;
     int iCurrentColumn = -1;

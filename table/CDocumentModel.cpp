@@ -25,10 +25,11 @@ CDocumentModel::CDocumentModel(QObject* pParent)
 
 CDocumentModel::~CDocumentModel() = default;
 
-void CDocumentModel::setResult(std::shared_ptr<CStoredRows> pNewRows, const QStringList& slShownColumns)
+void CDocumentModel::setResult(const MakeRows& makeRows, const QStringList& slShownColumns)
 {
     beginResetModel();
-    pRows = std::move(pNewRows);
+    pRows.reset();
+    pRows = makeRows();
     vColumns.clear();
     for (const QString& sName : slShownColumns)
         vColumns.push_back(findColumn(sName));
@@ -37,7 +38,7 @@ void CDocumentModel::setResult(std::shared_ptr<CStoredRows> pNewRows, const QStr
 
 void CDocumentModel::clear()
 {
-    setResult(nullptr, {});
+    setResult([] { return nullptr; }, {});
 }
 
 CDocumentModel::Kind CDocumentModel::kind(const QSqlField& oField)

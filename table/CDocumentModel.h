@@ -8,6 +8,7 @@
 #include <QAbstractTableModel>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -29,9 +30,12 @@ public:
     /// Shows dates in the short form of this locale.
     void setLocale(const QLocale& oNewLocale) { oShortDates = CShortDates(oNewLocale); }
 
+    using MakeRows = std::function<std::shared_ptr<CStoredRows>()>;
+
     /// Shows a result's columns of the given names, in this order; a name that it lacks gives an empty
-    /// column. The result may be a failed one: it has no rows.
-    void setResult(std::shared_ptr<CStoredRows> pNewRows, const QStringList& slShownColumns);
+    /// column. The result may be a failed one: it has no rows. It is made when the one before has been let
+    /// go.
+    void setResult(const MakeRows& makeRows, const QStringList& slShownColumns);
     /// Lets the result go; no rows and columns are left.
     void clear();
 

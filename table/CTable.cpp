@@ -105,10 +105,11 @@ int CTable::selection(int iSelection)
     iRowMarkedUnseen = -1;
     iNode = iSelection;
     // First let the old result go: two may not fit into memory.
-    model().clear();
     pSelectCursor.reset();
-    pSelectCursor = execute(selectionquery::documents(oTables, iNode, sSortField, sDateFilter));
-    model().setResult(pSelectCursor, shownColumns());
+    const auto documents = [this] {
+        return pSelectCursor = execute(selectionquery::documents(oTables, iNode, sSortField, sDateFilter));
+    };
+    model().setResult(documents, shownColumns());
     adjustColumns();
     return numRows();
 }

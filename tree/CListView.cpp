@@ -133,7 +133,7 @@ topicicons::Icons CListView::loadIcons()
 void CListView::adjustColumns()
 {
     if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
-        pLetterWidths = std::make_shared<CLetterWidths>(fontMetrics());
+        pLetterWidths = CLetterWidths::shared(fontMetrics());
     const int iMargin = 4 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     setColumnWidth(NodeColumn, std::max(widestNode() + iMargin, header()->sectionSizeHint(NodeColumn)));
     setColumnWidth(

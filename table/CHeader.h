@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QHash>
+#include <QHeaderView>
+
+/// The names of a table's columns, or the numbers of its rows. Remembers how much room they take: Qt by
+/// itself lays out up to forty row numbers and all column names at every change of the table. [ui-thread]
+class CHeader : public QHeaderView
+{
+public:
+    CHeader(Qt::Orientation eDirection, QWidget* pParent);
+
+    /// Width in pixels of a text in the header's font, without margins.
+    int textWidth(const QString& sText) const;
+
+protected:
+    QSize sectionSizeFromContents(int iSection) const override;
+    bool event(QEvent* pEvent) override;
+
+private:
+    QString shape(const QString& sLabel) const;
+
+    mutable QHash<QString, int> hWidths;
+    mutable QHash<QString, QSize> hSizes;
+};

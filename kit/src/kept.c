@@ -47,9 +47,14 @@ void kept_retire(struct kept_block* pBlock)
 
 void kept_set_colors(struct kept_block* pBlock)
 {
-    if (pColors != NULL)
+    if (pColors != NULL && pColors != pBlock)
         kept_retire(pColors);
     pColors = pBlock;
+}
+
+struct kept_block* kept_colors(void)
+{
+    return pColors;
 }
 
 int kept_count(void)

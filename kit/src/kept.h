@@ -25,6 +25,9 @@ void kept_retire(struct kept_block* pBlock);
 /* The module has got this block as the row colours, and reads it until it has others. */
 void kept_set_colors(struct kept_block* pBlock);
 
+/* The row colours that the module has; null before any. */
+struct kept_block* kept_colors(void);
+
 /* Number of retired blocks. */
 int kept_count(void);
 /* A call has been answered that was made after all these blocks were retired. */

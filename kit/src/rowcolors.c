@@ -90,6 +90,33 @@ static int color_round(qtutils_browser* pBrowser, qtutils_color_callback* pfCall
     return iError;
 }
 
+/* A select and its colours without a question between: the window handles both before it paints. */
+static int select_round(qtutils_browser* pBrowser, int iNode, qtutils_color_callback* pfCallback, void* pUser)
+{
+    int iNumRows = 0;
+    browser_call(pBrowser, Select, (void*[]){&iNode});
+    int iError = color_round(pBrowser, pfCallback, pUser);
+    if (iError == QTUTILS_OK)
+        iError = browser_ask_num_rows(pBrowser, &iNumRows);
+    if (iError != QTUTILS_OK)
+        return iError;
+    browser_call(pBrowser, Select, (void*[]){&iNode});
+    return set_colors(pBrowser, kept_colors(), iNumRows);
+}
+
+int qtutils_select_colored(
+    qtutils_browser* pBrowser, int iNode, qtutils_color_callback* pfCallback, void* pUser)
+{
+    int iError = browser_enter(pBrowser, iNode >= 0 && pfCallback != NULL);
+    if (iError != QTUTILS_OK)
+        return iError;
+    iError = QTUTILS_ERROR_ROWS;
+    for (int i = 0; i < MostRounds && iError == QTUTILS_ERROR_ROWS; i++)
+        iError = select_round(pBrowser, iNode, pfCallback, pUser);
+    turn_give();
+    return iError;
+}
+
 int qtutils_color_rows(qtutils_browser* pBrowser, qtutils_color_callback* pfCallback, void* pUser)
 {
     int iError = browser_enter(pBrowser, pfCallback != NULL);

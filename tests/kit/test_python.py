@@ -154,6 +154,18 @@ def test_colors_of_another_shape_are_refused(kind: str, colors: str) -> None:
     ]
 
 
+def test_a_node_is_selected_with_its_colors() -> None:
+    program = f"""{WITH}log()
+    browser.select_colored(5, lambda minutes: [(1, 2, 3)] * 3)
+    print(log()[6:])
+    print(error_of(lambda: browser.select_colored(-1, len)), error_of(lambda: browser.select_colored(5, len)))
+    """
+    assert run_python(program).splitlines() == [
+        "['select 5', 'setRowColors', 'before 3', 'row 0: 1 2 3', 'row 1: 1 2 3', 'row 2: 1 2 3']",
+        "1 ValueError",
+    ]
+
+
 def test_what_the_callback_raises_comes_through() -> None:
     program = f"""{WITH}log()
     try:

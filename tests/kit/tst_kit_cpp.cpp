@@ -155,6 +155,20 @@ private Q_SLOTS:
         QCOMPARE(pBrowser->numRows(), 3); // the window goes on
     }
 
+    void aNodeIsSelectedWithItsColors()
+    {
+        pFake->log();
+        pBrowser->selectColored(5, [](auto, std::span<qtutils::Color> oColors) { oColors[2].fHue = 7; });
+        QCOMPARE(pFake->log().mid(6),
+            QByteArrayList({"select 5", "setRowColors", "before 255", "row 0: 0 0 255", "row 1: 0 0 255",
+                "row 2: 7 0 255"}));
+        QVERIFY_EXCEPTION_THROWN(
+            pBrowser->selectColored(5, [](auto, auto) { throw std::logic_error("no colours"); }),
+            std::logic_error);
+        QCOMPARE(
+            codeOf([&] { pBrowser->selectColored(-1, [](auto, auto) {}); }), int(QTUTILS_ERROR_ARGUMENT));
+    }
+
     void aFunctionThatCallsBackGetsBusy()
     {
         int iCode = 0;

@@ -51,18 +51,19 @@ public:
     void show() { check(qtutils_show(get())); }
     void hideTable() { check(qtutils_hide_table(get())); }
     void select(int iNode) { check(qtutils_select(get(), iNode)); }
-
     /// The number of rows shown. Waits.
     int numRows() const { return ask(qtutils_get_num_rows); }
 
-    /// Colours the rows by their dates; see qtutils_color_rows. What the function throws comes through.
-    /// Waits.
+    /// As qtutils_color_rows and qtutils_select_colored; what the function throws comes through. Both wait.
     void colorRows(const ColorRows& function)
     {
         ColorCall oCall(function);
-        const int iError = qtutils_color_rows(get(), ColorCall::run, &oCall);
-        oCall.rethrow();
-        check(iError);
+        oCall.check(qtutils_color_rows(get(), ColorCall::run, &oCall));
+    }
+    void selectColored(int iNode, const ColorRows& function)
+    {
+        ColorCall oCall(function);
+        oCall.check(qtutils_select_colored(get(), iNode, ColorCall::run, &oCall));
     }
     /// Colours the rows, one colour for each row shown; copied. Waits.
     void setRowColors(std::span<const Color> oColors)
@@ -79,7 +80,6 @@ public:
     }
     /// The date of the row that was marked; the epoch before any mark. Waits.
     TimePoint firstDateInFrame() const { return minutes(ask(qtutils_get_first_date_in_frame)); }
-
     /// The first row's date as the table has it, "YYYY-MM-DDTHH:MM:SS"; empty for a NULL. Waits.
     std::string firstDateInSelection() const
     {
@@ -103,7 +103,7 @@ private:
     };
 
     static void check(int iError) { Error::check(iError); }
-    static TimePoint minutes(int iMinutes) { return TimePoint(std::chrono::minutes(iMinutes)); }
+    static TimePoint minutes(int i) { return TimePoint(std::chrono::minutes(i)); }
     // What is too large for an int is too large for the library as well.
     static int number(std::size_t uSize) { return int(std::min<std::size_t>(uSize, INT_MAX)); }
     qtutils_browser* get() const { return pBrowser.get(); }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Error.h"
 #include "rowcolors.h"
 
 #include <chrono>
@@ -69,11 +70,12 @@ public:
         return pCall->oThrown ? 1 : 0;
     }
 
-    /// Throws what the function has thrown.
-    void rethrow() const
+    /// Throws what the function has thrown, or else an error for the code unless that is QTUTILS_OK.
+    void check(int iError) const
     {
         if (oThrown)
             std::rethrow_exception(oThrown);
+        Error::check(iError);
     }
 
 private:

@@ -42,7 +42,7 @@ QTUTILS_KIT_EXPORT int qtutils_open(const char* pcModule, const char* pcSOMDatab
 QTUTILS_KIT_EXPORT int qtutils_close(qtutils_browser* pBrowser);
 
 /* Names the table that assigns documents to nodes. It takes effect with the next selection. The module prints
-   a line to standard output. ARGUMENT, BUSY. */
+   a line to standard error. ARGUMENT, BUSY. */
 QTUTILS_KIT_EXPORT int qtutils_set_som_table(qtutils_browser* pBrowser, const char* pcTable);
 
 /* Hands over the children of a node: call it for the nodes 0 to iNumNodes - 1 in this order. The last call

@@ -35,15 +35,23 @@ typedef struct qtutils_browser qtutils_browser;
    qtutils_date_to_int: the other functions return QTUTILS_ERROR_BUSY. */
 typedef int qtutils_color_callback(const int* piMinutes, int iNumRows, float* pfColors, void* pUser);
 
-/* Asks the rows' dates, has the callback turn them into colours, and colours the rows. The colours hold until
-   the table is filled again, by the host or the user. When the callback fails, all rows become white.
-   When the user chooses another node in between, the callback is called again for its rows; when that happens
-   three times, the code is QTUTILS_ERROR_ROWS and the colours are the last callback's.
+/* Asks the rows' dates, has the callback turn them into colours, and colours the rows. A cell shows its
+   colour when it is painted next; so call this before qtutils_show, or use qtutils_select_colored. The
+   colours hold until the table is filled again, by the host or the user. When the callback fails, all rows
+   become white. When the user chooses another node in between, the callback is called again for its rows;
+   when that happens three times, the code is QTUTILS_ERROR_ROWS and the colours are the last callback's.
    Waits. ARGUMENT, MEMORY, ROWS, CALLBACK, NO_ANSWER, BUSY. */
 QTUTILS_KIT_EXPORT int qtutils_color_rows(
     qtutils_browser* pBrowser, qtutils_color_callback* pfCallback, void* pUser);
 
-/* Colours the rows without asking their dates.
+/* Shows the documents of a node, counted from 0, in colours from the first sight on; colours as above. Fills
+   the table twice: once for the dates, and once for the colours to be there when it is painted. After ROWS or
+   CALLBACK the node is shown all the same.
+   Waits. ARGUMENT, MEMORY, ROWS, CALLBACK, NO_ANSWER, BUSY. */
+QTUTILS_KIT_EXPORT int qtutils_select_colored(
+    qtutils_browser* pBrowser, int iNode, qtutils_color_callback* pfCallback, void* pUser);
+
+/* Colours the rows without asking their dates; cells show it when they are painted next.
    pfColors: three floats a row as above; copied. iNumRows: the number of rows shown. When it isn't, or the
    user chooses another node meanwhile, the code is QTUTILS_ERROR_ROWS. Waits. ARGUMENT, MEMORY, ROWS,
    NO_ANSWER, BUSY. */

@@ -90,29 +90,16 @@ class NodeBrowser:
         return self._ask("get_num_rows")
 
     def color_rows(self, callback: ColorCallback) -> None:
-        """Colours the rows by their dates. Waits.
+        """Colours the rows by their dates; a cell shows it when it is painted next. Waits.
 
         The window is blocked while the callback runs; it must not use the kit. What it raises comes through, and all
         rows are white then. It is called again when the user has chosen another node meanwhile.
         """
-        raised: list[BaseException] = []
+        self._call_with_colors("color_rows", callback)
 
-        def fill(minutes: Any, rows: int, colors: Any, _: object) -> int:
-            raised.clear()
-            try:
-                values = flat(callback(minutes_at(minutes, rows)), rows)
-                ctypes.memmove(colors, values, ctypes.sizeof(values))
-            except BaseException as error:  # raised again below
-                raised.append(error)
-            return len(raised)
-
-        try:
-            self._call("color_rows", ColorFunction(fill), None)
-        except Error:
-            if not raised:
-                raise
-        if raised:
-            raise raised[0]
+    def select_colored(self, node: int, callback: ColorCallback) -> None:
+        """Shows the documents of a node, coloured as by color_rows from the first sight on. Waits."""
+        self._call_with_colors("select_colored", callback, _int(node))
 
     def set_row_colors(self, colors: Colors) -> None:
         """Colours the rows, one colour for each row shown, in the form that a ColorCallback returns. Waits."""
@@ -140,6 +127,23 @@ class NodeBrowser:
 
     def _call(self, name: str, *arguments: object) -> None:
         check(getattr(library(), f"qtutils_{name}")(self._open, *arguments))
+
+    def _call_with_colors(self, name: str, callback: ColorCallback, *arguments: object) -> None:
+        raised: list[BaseException] = []
+
+        def fill(minutes: Any, rows: int, colors: Any, _: object) -> int:
+            raised.clear()
+            try:
+                values = flat(callback(minutes_at(minutes, rows)), rows)
+                ctypes.memmove(colors, values, ctypes.sizeof(values))
+            except BaseException as error:  # raised again below
+                raised.append(error)
+            return len(raised)
+
+        code = getattr(library(), f"qtutils_{name}")(self._open, *arguments, ColorFunction(fill), None)
+        if raised:
+            raise raised[0]
+        check(code)
 
     def _ask(self, name: str, *arguments: object) -> int:
         answer = ctypes.c_int()

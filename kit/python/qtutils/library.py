@@ -24,6 +24,7 @@ METHODS = {
     "get_first_date_in_selection": (c_char_p, c_size_t),
     "date_to_int": (c_char_p, POINTER(c_int)),
     "color_rows": (ColorFunction, c_void_p),
+    "select_colored": (c_int, ColorFunction, c_void_p),
     "set_row_colors": (POINTER(c_float), c_int),
 }
 

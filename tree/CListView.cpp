@@ -5,6 +5,7 @@
 
 #include "CKeywordTable.h"
 #include "CListViewItem.h"
+#include "CNodeDelegate.h"
 #include "CNodeModel.h"
 #include "CNumberWidths.h"
 #include "data/CWidestText.h"
@@ -37,6 +38,7 @@ CListView::CListView(QWidget* pParent, const char* name)
     setObjectName(QLatin1String(name));
     setFont(QFont(QStringLiteral("Sans Serif"), 8));
     setModel(pModel);
+    setItemDelegate(new CNodeDelegate(this));
     header()->setStretchLastSection(false);
     setSortingEnabled(true);
     sortByColumn(NodeColumn, Qt::AscendingOrder);

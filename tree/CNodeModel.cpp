@@ -7,7 +7,25 @@
 #include "CListViewItem.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
+
+namespace {
+
+// The places of the items, least first; false if they stand so already.
+template <typename Item, typename Less>
+bool bringIntoOrder(const std::vector<Item>& vItems, std::vector<int>& viPlaces, Less less)
+{
+    if (std::is_sorted(vItems.begin(), vItems.end(), less))
+        return false;
+    viPlaces.resize(vItems.size());
+    std::iota(viPlaces.begin(), viPlaces.end(), 0);
+    std::stable_sort(viPlaces.begin(), viPlaces.end(),
+        [&](int iOne, int iOther) { return less(vItems[std::size_t(iOne)], vItems[std::size_t(iOther)]); });
+    return true;
+}
+
+} // namespace
 
 CNodeModel::CNodeModel(QObject* pParent)
     : QAbstractItemModel(pParent)
@@ -139,20 +157,21 @@ void CNodeModel::sort(int iColumn, Qt::SortOrder eOrder)
 
 std::vector<int> CNodeModel::sortItems(int iColumn, Qt::SortOrder eOrder)
 {
-    const int iSign = eOrder == Qt::AscendingOrder ? 1 : -1;
-    std::vector<CListViewItem> vSiblings;
-    const auto less = [&](int iOne, int iOther) {
-        return iSign * vSiblings[std::size_t(iOne)].compare(vSiblings[std::size_t(iOther)], iColumn) < 0;
+    const bool bUp = eOrder == Qt::AscendingOrder;
+    if (iColumn == CListViewItem::NodeColumn)
+        return oItems.sort([&](const std::vector<int>& viNodes, std::vector<int>& viPlaces) {
+            return bUp ? bringIntoOrder(viNodes, viPlaces, std::less())
+                       : bringIntoOrder(viNodes, viPlaces, std::greater());
+        });
+    const int iSign = bUp ? 1 : -1;
+    const auto less = [&](const CListViewItem& oOne, const CListViewItem& oOther) {
+        return iSign * oOne.compare(oOther, iColumn) < 0;
     };
+    std::vector<CListViewItem> vSiblings;
     return oItems.sort([&](const std::vector<int>& viNodes, std::vector<int>& viPlaces) {
         vSiblings.clear();
         for (const int iNode : viNodes)
             vSiblings.push_back(item(iNode, iColumn));
-        viPlaces.resize(viNodes.size());
-        std::iota(viPlaces.begin(), viPlaces.end(), 0);
-        if (std::is_sorted(viPlaces.begin(), viPlaces.end(), less))
-            return false;
-        std::stable_sort(viPlaces.begin(), viPlaces.end(), less);
-        return true;
+        return bringIntoOrder(vSiblings, viPlaces, less);
     });
 }

@@ -115,12 +115,13 @@ def test_long_texts_and_heavy_nodes_are_found(
     server: dict[str, str], admin: Any, monkeypatch: pytest.MonkeyPatch
 ) -> None:
     run(admin, "UPDATE ill_texts.document SET text = REPEAT('x', 1000) WHERE id = 27")
+    run(admin, "INSERT INTO ill_map.t_train VALUES (2, 0.5, 45)")
     monkeypatch.setattr(texts, "LARGEST_TEXT", 999)
     assert codes(findings(reader(server))) == ["texts.long"]
-    monkeypatch.setattr(texts, "LARGEST_NODE", 1008)
-    (_, heavy) = findings(reader(server))
-    assert (heavy.code, "node 2 " in heavy.fault) == ("texts.node", True)
     monkeypatch.setattr(texts, "LARGEST_NODE", 1009)
+    (_, heavy) = findings(reader(server))
+    assert (heavy.code, "node 2, " in heavy.fault) == ("texts.node", True)
+    monkeypatch.setattr(texts, "LARGEST_NODE", 1010)
     assert codes(findings(reader(server))) == ["texts.long"]
 
 

@@ -149,8 +149,8 @@ def test_a_window_of_the_host_lives_beside(surroundings: dict[str, str]) -> None
         # when
         screen.output_of("xdotool", "windowactivate", "--sync", own)
         screen.press("alt+F4")
-        process.wait(LIMIT)
-    assert process.returncode == 0
+        _, errors = process.communicate(timeout=LIMIT)
+    assert (process.returncode, errors.splitlines()) == (0, MESSAGES)
 
 
 def has_bars(window: str, bars: int) -> bool:

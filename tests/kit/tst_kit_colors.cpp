@@ -252,7 +252,7 @@ private Q_SLOTS:
         const qint64 iBefore = addressSpace();
         for (int i = 0; i < 20; i++)
             QCOMPARE(color(paint), Ok);
-        QCOMPARE(addressSpace() / 100'000, iBefore / 100'000);
+        QVERIFY(addressSpace() < iBefore + 500'000); // less than one more
     }
 
     void colorsOutliveTheirBrowser()

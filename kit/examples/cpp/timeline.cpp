@@ -44,8 +44,10 @@ void colorByDate(std::span<const qtutils::RowDate> oDates, std::span<qtutils::Co
     const auto [pFirst, pLast] = std::ranges::minmax_element(vMinutes);
     const long iLength = std::max(*pLast - *pFirst, 1L);
     for (std::size_t i = 0; i < oDates.size(); i++)
-        if (oDates[i])
-            oColors[i] = {float(LastHue * (oDates[i]->count() - *pFirst) / iLength), 90, 255};
+        if (oDates[i]) {
+            const long iHue = LastHue * (oDates[i]->count() - *pFirst) / iLength;
+            oColors[i] = {static_cast<float>(iHue), 90, 255};
+        }
 }
 
 void showNode(qtutils::NodeBrowser& oBrowser, int iNode)

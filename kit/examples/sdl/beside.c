@@ -51,7 +51,7 @@ static bool handle_events(qtutils_browser* pBrowser)
 {
     SDL_Event oEvent;
     bool bGoesOn = true;
-    for (bool bAny = SDL_WaitEventTimeout(&oEvent, Pace); bAny; bAny = SDL_PollEvent(&oEvent)) {
+    while (SDL_PollEvent(&oEvent)) {
         if (oEvent.type == SDL_QUIT)
             bGoesOn = false;
         if (oEvent.type == SDL_KEYDOWN && oEvent.key.keysym.sym >= SDLK_0 && oEvent.key.keysym.sym <= SDLK_9)
@@ -82,6 +82,7 @@ static void run(qtutils_browser* pBrowser, SDL_Window* pWindow)
         fflush(stdout);
         iLast = iRows;
         draw(pWindow, iRows);
+        SDL_Delay(Pace);
     }
 }
 

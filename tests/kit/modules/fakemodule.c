@@ -35,7 +35,8 @@ EXPORT const char* CNodeBrowser_def[] = {"nodeBrowser_:", "CNodeBrowser(char *pc
 
 static const char* apcMarks[1024]; /* not carried out yet */
 static int iMarks;
-static float* pfColors;
+static const float* pfColors; /* the last ones handed over */
+static const float* pfShown; /* those that cells are painted with */
 static int bColorsNew;
 static int bBlocked; /* by fillDate */
 
@@ -53,6 +54,9 @@ static void carry_out(void)
     for (int i = 0; i < iMarks; i++)
         say("marked %s\n", apcMarks[i]);
     iMarks = 0;
+    if (bColorsNew && pfShown != NULL)
+        say("before %g\n", (double)pfShown[2]);
+    pfShown = pfColors;
     for (int i = 0; bColorsNew && i < fake.iRows; i++) {
         const float* pfColor = pfColors + 3 * i;
         if (i < RowsInLog || pfColor[2] < 0)
@@ -129,8 +133,6 @@ EXPORT void nodeBrowser_setRowColors(void* pHandle, void** apSlots)
 {
     (void)pHandle;
     say("setRowColors\n");
-    if (bColorsNew || pfColors != NULL)
-        say("before %g\n", (double)pfColors[2]); /* still readable */
     bBlocked = 0;
     bColorsNew = 1;
     pfColors = apSlots[0];

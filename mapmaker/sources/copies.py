@@ -10,7 +10,7 @@ from contextlib import closing
 from datetime import datetime
 from typing import NamedTuple
 
-from mapmaker.sources.document import Document
+from mapmaker.sources.document import Document, SourceError
 
 TABLE = """CREATE TABLE copy (source, version, own, at_home,
     date, title, url, text, author, urgency, package, UNIQUE (source, version))"""
@@ -43,9 +43,13 @@ def unique(entries: Iterable[Entry]) -> Iterator[Document]:
     """Documents by date and title, one per source and version.
 
     A copy in a file of the same source wins, then the newest; the rest only makes the choice unique.
+    Raises SourceError when the disk is full.
     """
-    with closing(sqlite3.connect("")) as table:
-        table.execute(TABLE)
-        table.executemany(ADD, (row(entry) for entry in entries if entry.document.text))
-        for date, *columns, package in table.execute(SORTED):
-            yield Document._make((datetime.fromisoformat(date), *columns, os.fsdecode(package)))
+    try:
+        with closing(sqlite3.connect("")) as table:
+            table.execute(TABLE)
+            table.executemany(ADD, (row(entry) for entry in entries if entry.document.text))
+            for date, *columns, package in table.execute(SORTED):
+                yield Document._make((datetime.fromisoformat(date), *columns, os.fsdecode(package)))
+    except sqlite3.Error as error:
+        raise SourceError(f"the documents cannot be sorted: {error}") from error

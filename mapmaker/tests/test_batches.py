@@ -4,6 +4,7 @@
 """Memory follows the size of the batches, not that of the collection; and the map is the same with any size."""
 
 import resource
+import sqlite3
 import tracemalloc
 import weakref
 from collections.abc import Iterator
@@ -16,7 +17,7 @@ from scipy.sparse import csr_matrix
 from mapmaker import cli, keywords, mapping, projection, som, spool, store, vectors
 from mapmaker.progress import silent
 from mapmaker.sources import copies, sample
-from mapmaker.sources.document import Document
+from mapmaker.sources.document import Document, SourceError
 from mapmaker.spool import Spool, batched, spooled
 from mapmaker.tests.conftest import document
 
@@ -116,6 +117,19 @@ def test_documents_are_sorted_and_made_unique_without_holding_them() -> None:
     assert len(titles) == 9000
     assert titles == sorted(titles)
     assert most - before < size * number / 4
+
+
+def test_a_disk_that_is_too_full_to_sort_is_one_line(monkeypatch: pytest.MonkeyPatch) -> None:
+    def small(place: str) -> sqlite3.Connection:
+        table = real(place)
+        table.execute("PRAGMA max_page_count = 3")
+        return table
+
+    real = sqlite3.connect
+    monkeypatch.setattr(sqlite3, "connect", small)
+    notes = [copies.Entry("a", str(number), "a", document("t", "x" * 5000)) for number in range(9)]
+    with pytest.raises(SourceError, match="^the documents cannot be sorted: database or disk is full$"):
+        list(copies.unique(notes))
 
 
 class Text(str):

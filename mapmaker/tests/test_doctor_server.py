@@ -31,6 +31,19 @@ def test_a_line_beyond_this_machine_must_be_encrypted(server: dict[str, str], ad
     assert codes(findings(reader(server), host="db.example.org")) == ["server.encryption"]
 
 
+def test_an_encrypted_line_is_good() -> None:
+    class Encrypted:
+        """A database at the other end of such a line."""
+
+        host = "db.example.org"
+
+        def rows(self, query: str) -> list[tuple[str, str]]:
+            assert query == "SHOW SESSION STATUS LIKE 'Ssl_cipher'"
+            return [("Ssl_cipher", "TLS_AES_256_GCM_SHA384")]
+
+    assert list(server_checks.encryption(Encrypted())) == []  # type: ignore[arg-type]
+
+
 @pytest.mark.parametrize(
     "host, here",
     [

@@ -165,6 +165,7 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(
             pBrowser->selectColored(5, [](auto, auto) { throw std::logic_error("no colours"); }),
             std::logic_error);
+        QCOMPARE(pFake->log().count("select 5"), 1);
         QCOMPARE(
             codeOf([&] { pBrowser->selectColored(-1, [](auto, auto) {}); }), int(QTUTILS_ERROR_ARGUMENT));
     }

@@ -88,7 +88,8 @@ private:
             vDates.push_back(
                 iMinutes == QTUTILS_NO_DATE ? RowDate() : RowDate(std::chrono::minutes(iMinutes)));
         function(vDates, vColors);
-        std::memcpy(pfColors, vColors.data(), vColors.size() * sizeof(Color));
+        if (!vColors.empty())
+            std::memcpy(pfColors, vColors.data(), vColors.size() * sizeof(Color));
     }
 
     const ColorRows& function;

@@ -45,14 +45,26 @@ def is_this_machine(host: str) -> bool:
 
 
 def encryption(patient: Patient) -> Iterator[Finding]:
-    """A line that others can listen to."""
+    """A line that others can listen to, or whose other end may be anybody."""
+    if is_this_machine(patient.host):
+        return
     cipher = patient.rows("SHOW SESSION STATUS LIKE 'Ssl_cipher'")
-    if not is_this_machine(patient.host) and not (cipher and cipher[0][1]):
-        yield Finding(
-            Severity.WARNING,
-            "server.encryption",
-            "server",
+    if not (cipher and cipher[0][1]):
+        yield line_finding(
+            "encryption",
             f"the line to {patient.host} is not encrypted",
             "whoever is on the way can read the documents, and change them",
-            "ask for TLS in MYSQL_HOST (host=...;ssl-ca=...;ssl-verify-server-cert=1), or use a tunnel to a Unix socket",
+            "ask for TLS in MYSQL_HOST (host=...;ssl-ca=...;ssl-verify-server-cert=1), or use a tunnel to a socket",
         )
+    elif not patient.link.ctx.check_hostname:
+        yield line_finding(
+            "certificate",
+            f"nobody checks that the server is {patient.host}",
+            "whoever is on the way can take its place, and get the documents' readers to open any address",
+            "add ssl-verify-server-cert=1 to MYSQL_HOST",
+        )
+
+
+def line_finding(fault_code: str, fault: str, effect: str, remedy: str) -> Finding:
+    """A warning about the line."""
+    return Finding(Severity.WARNING, f"server.{fault_code}", "server", fault, effect, remedy)

@@ -72,8 +72,8 @@ def peak_memory(documents: int) -> int:
 
 def test_four_times_the_documents_take_hardly_more_memory(monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr(mapping, "memberships", lambda *_: ())
-    peak_memory(500)  # loads what is loaded once
-    assert peak_memory(4000) < 1.25 * peak_memory(1000)
+    peak_memory(300)  # loads what is loaded once
+    assert peak_memory(3000) < 1.25 * peak_memory(750)
 
 
 def test_the_map_is_the_same_with_any_size_of_batch() -> None:

@@ -5,6 +5,7 @@
 
 import json
 import re
+from types import SimpleNamespace
 from typing import Any
 
 import pytest
@@ -31,17 +32,19 @@ def test_a_line_beyond_this_machine_must_be_encrypted(server: dict[str, str], ad
     assert codes(findings(reader(server), host="db.example.org")) == ["server.encryption"]
 
 
-def test_an_encrypted_line_is_good() -> None:
+@pytest.mark.parametrize("verified, expected", [(True, []), (False, ["server.certificate"])])
+def test_an_encrypted_line_is_good_if_the_other_end_is_known(verified: bool, expected: list[str]) -> None:
     class Encrypted:
         """A database at the other end of such a line."""
 
         host = "db.example.org"
+        link = SimpleNamespace(ctx=SimpleNamespace(check_hostname=verified))
 
         def rows(self, query: str) -> list[tuple[str, str]]:
             assert query == "SHOW SESSION STATUS LIKE 'Ssl_cipher'"
             return [("Ssl_cipher", "TLS_AES_256_GCM_SHA384")]
 
-    assert list(server_checks.encryption(Encrypted())) == []  # type: ignore[arg-type]
+    assert codes(list(server_checks.encryption(Encrypted()))) == expected  # type: ignore[arg-type]
 
 
 @pytest.mark.parametrize(

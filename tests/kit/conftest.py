@@ -18,6 +18,7 @@ __all__ = ["server"]  # a fixture
 
 # The same map with nodes 0 and 1 exchanged.
 SWAPPED = b"CREATE TABLE som.news_swapped AS SELECT 1 - node AS node, dist, item FROM som.news_train WHERE node < 2;"
+XVFB = ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-noreset", "-nolisten", "tcp"]
 GUARD = ["setpriv", "--pdeathsig", "KILL"]
 
 
@@ -48,8 +49,7 @@ def started(command: list[str], environment: dict[str, str]) -> "Iterator[subpro
 @pytest.fixture(scope="session")
 def display() -> Iterator[dict[str, str]]:
     """Environment variables of a private display with a window manager."""
-    server = ["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-noreset", "-nolisten", "tcp"]
-    with tempfile.TemporaryDirectory() as home, started(server, dict(os.environ)) as screen:
+    with tempfile.TemporaryDirectory() as home, started(XVFB, dict(os.environ)) as screen:
         assert screen.stdout
         variables = {"HOME": home, "XDG_RUNTIME_DIR": home, "DISPLAY": f":{screen.stdout.readline().strip()}"}
         with started(["openbox", "--startup", "echo started"], {**os.environ, **variables}) as manager:

@@ -9,6 +9,7 @@ from contextlib import contextmanager
 from pathlib import Path
 
 import pytest
+from conftest import XVFB, started
 from kitprocess import BUILD, LIMIT, TOP, environment
 
 sys.path.insert(0, str(TOP / "tools"))
@@ -159,3 +160,31 @@ def has_bars(window: str, bars: int) -> bool:
     row = screen.capture().cut(box).rows[box.height // 2]
     bar = bytes((200, 0, 100))
     return row.count(bar * 10) == bars and row.count(bar) == 10 * bars
+
+
+def test_python_is_told_of_a_lost_display(surroundings: dict[str, str]) -> None:
+    # given: a display that can be taken away
+    program = """
+import sys
+from qtutils import Error, NodeBrowser
+
+with NodeBrowser("som", "news") as browser:
+    print("open", flush=True)
+    sys.stdin.readline()
+    try:
+        while browser.num_rows == 0:  # until the window has noticed
+            pass
+    except Error as error:
+        print(error.code.name, flush=True)
+        """
+    with started(XVFB, surroundings) as display:
+        assert display.stdout
+        surroundings["DISPLAY"] = f":{display.stdout.readline().strip()}"
+        with running([sys.executable, "-c", program], surroundings) as process:
+            assert lines(process, "open") == []
+            # when
+            display.kill()
+            display.wait()
+            printed, _ = process.communicate("\n", timeout=LIMIT)
+    # then: and the host lives on to its end
+    assert (process.returncode, printed) == (0, "NO_ANSWER\n")

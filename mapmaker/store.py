@@ -119,6 +119,8 @@ def connection(environment: Mapping[str, str] = os.environ, autocommit: bool | N
         link = pymysql.connect(**parameters, charset="utf8mb4", autocommit=autocommit)
     except pymysql.MySQLError as error:
         raise StoreError(f"no connection to the server: {one_line(error)}") from error
+    except OSError as error:
+        raise StoreError(f"the files for TLS in MYSQL_HOST cannot be read: {one_line(error)}") from error
     try:
         yield link
     except pymysql.MySQLError as error:

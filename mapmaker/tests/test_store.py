@@ -4,6 +4,7 @@
 """The tables as readers meet them."""
 
 from collections.abc import Iterator
+from pathlib import Path
 from typing import Any
 
 import pytest
@@ -173,6 +174,17 @@ def test_no_server_is_one_line() -> None:
     with pytest.raises(store.StoreError, match="^no connection to the server: [^\n]*$"):
         with store.connection(missing):
             pass
+
+
+def test_a_missing_certificate_is_one_line(tmp_path: Path) -> None:
+    for file in (tmp_path / "absent", tmp_path / "empty"):
+        (tmp_path / "empty").touch()
+        asked = {"MYSQL_HOST": f"host=127.0.0.1;ssl-ca={file}", "MYSQL_USER": "u", "MYSQL_PWD": ""}
+        with pytest.raises(
+            store.StoreError, match="^the files for TLS in MYSQL_HOST cannot be read: [^\n]+$"
+        ):
+            with store.connection(asked):
+                pass
 
 
 def test_refusals_of_the_server_are_one_line(server: dict[str, str]) -> None:

@@ -3,6 +3,8 @@
 
 #include "CWidestText.h"
 
+#include "beginning.h"
+
 #include <algorithm>
 
 namespace {
@@ -35,17 +37,14 @@ std::int64_t limit(int iWidth)
     return (std::int64_t(iWidth) - 1) * 64 * 32 / 33;
 }
 
-QString beginning(QStringView oText, std::size_t uLength)
+QString pieceOf(QStringView oText, std::size_t uLength)
 {
     return oText.first(std::min(oText.size(), qsizetype(uLength))).toString();
 }
 
-QString beginning(std::string_view oText, std::size_t uLength)
+QString pieceOf(std::string_view oText, std::size_t uLength)
 {
-    std::size_t uEnd = std::min(oText.size(), uLength);
-    while (uEnd < oText.size() && uEnd > 0 && (static_cast<unsigned char>(oText[uEnd]) & 0xC0U) == 0x80U)
-        uEnd--;
-    return QString::fromUtf8(oText.data(), qsizetype(uEnd));
+    return beginning(oText, uLength);
 }
 
 } // namespace
@@ -96,12 +95,30 @@ template <typename View> bool CWidestText::isNewNumber(View oText)
     return oNumbers.insert(std::move(oShape)).second;
 }
 
+// How much of a long text surely fills the widest column, as far as the letters are known.
+template <typename View> std::size_t CWidestText::firstPiece(View oText)
+{
+    const auto* pc = oText.data();
+    const auto* const pcEnd = pc + oText.size();
+    std::int64_t iSum = 0;
+    for (unsigned uBefore = 0; pc != pcEnd && iSum < std::int64_t(Most) * 64;) {
+        const unsigned uLetter = nextLetter(pc, pcEnd);
+        if (uLetter >= CLetterWidths::NumLetters)
+            break;
+        iSum += pLetters->after(uBefore, uLetter);
+        uBefore = uLetter;
+    }
+    const auto uKnown = std::size_t(pc - oText.data());
+    return std::max(uKnown + uKnown / 16, FirstPiece);
+}
+
 // A long text piece by piece, so that one of millions of letters costs no more than what a column can hold.
 template <typename View> void CWidestText::layOut(View oText)
 {
     int iWidth = 0;
-    for (std::size_t uPiece = FirstPiece;; uPiece *= 2) {
-        iWidth = pLetters->metrics().horizontalAdvance(beginning(oText, uPiece));
+    for (std::size_t uPiece = std::size_t(oText.size()) > FirstPiece ? firstPiece(oText) : FirstPiece;;
+         uPiece *= 2) {
+        iWidth = pLetters->metrics().horizontalAdvance(pieceOf(oText, uPiece));
         if (iWidth >= Most || uPiece >= std::size_t(oText.size()))
             break;
     }

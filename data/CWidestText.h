@@ -36,6 +36,7 @@ public:
 private:
     template <typename View> bool canWin(View oText);
     template <typename View> bool isNewNumber(View oText);
+    template <typename View> std::size_t firstPiece(View oText);
     template <typename View> void layOut(View oText);
     template <typename View> void addView(View oText);
 

@@ -5,6 +5,7 @@
 
 #include "data/CStoredRows.h"
 #include "data/CWidestText.h"
+#include "excerpt.h"
 #include "fieldtext.h"
 
 #include <QSqlField>
@@ -15,6 +16,8 @@ namespace {
 // What the server gives as the number of decimals of a floating-point field; a fixed-point field has its own
 // number.
 constexpr int FloatingDecimals = 31;
+constexpr std::size_t LongText = 4096; ///< bytes
+constexpr std::size_t MostExcerpts = 1000;
 
 } // namespace
 
@@ -29,6 +32,7 @@ void CDocumentModel::setResult(const MakeRows& makeRows, const QStringList& slSh
 {
     beginResetModel();
     pRows.reset();
+    oExcerpts.clear();
     pRows = makeRows();
     vColumns.clear();
     for (const QString& sName : slShownColumns)
@@ -106,6 +110,32 @@ QString CDocumentModel::shownText(int iRow, int iColumn) const
         if (const auto oStamp = pRows->stamp(iRow, oColumn.iField))
             return oShortDates.text(*oStamp);
     return fieldtext::shown(value(iRow, oColumn), oShortDates.locale());
+}
+
+// Once for each cell and width: painting comes back to the same cells.
+QString CDocumentModel::shownPart(const QModelIndex& oIndex, const QFontMetrics& oMetrics, int iWidth) const
+{
+    const Column& oColumn = vColumns[std::size_t(oIndex.column())];
+    const auto oBytes =
+        oColumn.eKind == Kind::Missing ? std::nullopt : pRows->bytes(oIndex.row(), oColumn.iField);
+    if (!oBytes || oBytes->size() < LongText)
+        return shownText(oIndex.row(), oIndex.column());
+    if (oExcerpts.size() > MostExcerpts)
+        oExcerpts.clear();
+    Excerpt& oExcerpt = oExcerpts[{oIndex.row(), oIndex.column()}];
+    if (oExcerpt.iWidth < iWidth) {
+        const int iWider = iWidth + iWidth / 4; // for the next steps of the scroll bar
+        oExcerpt = {iWider, makeExcerpt(oIndex, oMetrics, iWider)};
+    }
+    return oExcerpt.sText;
+}
+
+QString CDocumentModel::makeExcerpt(const QModelIndex& oIndex, const QFontMetrics& oMetrics, int iWidth) const
+{
+    const Column& oColumn = vColumns[std::size_t(oIndex.column())];
+    if (oColumn.eKind == Kind::Text)
+        return excerpt::ofText(*pRows->bytes(oIndex.row(), oColumn.iField), oMetrics, iWidth);
+    return excerpt::ofText(shownText(oIndex.row(), oIndex.column()).toStdString(), oMetrics, iWidth);
 }
 
 void CDocumentModel::addWidth(CWidestText& oWidest, int iRow, int iColumn) const

@@ -6,9 +6,11 @@
 #include "CShortDates.h"
 
 #include <QAbstractTableModel>
+#include <QFontMetrics>
 #include <QStringList>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -49,6 +51,9 @@ public:
 
     /// The text a cell shows; row and column must exist.
     QString shownText(int iRow, int iColumn) const;
+    /// A part of the text that a cell shows, if that is long, which looks the same in the cell's first
+    /// pixels; else the whole text.
+    QString shownPart(const QModelIndex& oIndex, const QFontMetrics& oMetrics, int iWidth) const;
     /// Adds the text that a cell shows to those whose width is sought.
     void addWidth(CWidestText& oWidest, int iRow, int iColumn) const;
     /// The value of a cell as text, which is not always what it shows; "" outside of the table.
@@ -66,6 +71,12 @@ private:
         Other
     };
 
+    struct Excerpt
+    {
+        int iWidth = -1; ///< in pixels, that it was made for
+        QString sText;
+    };
+
     struct Column
     {
         QString sName;
@@ -76,8 +87,10 @@ private:
     static Kind kind(const QSqlField& oField);
     Column findColumn(const QString& sName) const;
     QVariant value(int iRow, const Column& oColumn) const;
+    QString makeExcerpt(const QModelIndex& oIndex, const QFontMetrics& oMetrics, int iWidth) const;
 
     mutable CShortDates oShortDates;
     std::shared_ptr<CStoredRows> pRows; ///< null: no result
+    mutable std::map<std::pair<int, int>, Excerpt> oExcerpts; ///< of long texts, by row and column
     std::vector<Column> vColumns;
 };

@@ -34,6 +34,20 @@ int CHeader::textWidth(const QString& sText) const
     return remembered(hWidths, sText, [&] { return fontMetrics().horizontalAdvance(sText); });
 }
 
+// The style makes a picture of the whole section, which may be a million pixels wide. What is cut off, and
+// the label if it is not in sight, stays beside the header.
+void CHeader::paintSection(QPainter* pPainter, const QRect& oRect, int iSection) const
+{
+    constexpr int Beside = 100;
+    QRect oInSight = oRect;
+    if (orientation() == Qt::Horizontal) {
+        const int iLabel = sectionSizeFromContents(iSection).width();
+        oInSight.setLeft(std::max(oRect.left(), -iLabel - Beside));
+        oInSight.setRight(std::min(oRect.right(), viewport()->width() + Beside));
+    }
+    QHeaderView::paintSection(pPainter, oInSight, iSection);
+}
+
 QSize CHeader::sectionSizeFromContents(int iSection) const
 {
     const QString sLabel = model()->headerData(iSection, orientation()).toString();

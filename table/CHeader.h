@@ -7,7 +7,8 @@
 #include <QHeaderView>
 
 /// The names of a table's columns, or the numbers of its rows. Remembers how much room they take: Qt by
-/// itself lays out up to forty row numbers and all column names at every change of the table. [ui-thread]
+/// itself lays out up to forty row numbers and all column names at every change of the table. Paints of a
+/// wide column what is in sight. [ui-thread]
 class CHeader : public QHeaderView
 {
 public:
@@ -17,6 +18,7 @@ public:
     int textWidth(const QString& sText) const;
 
 protected:
+    void paintSection(QPainter* pPainter, const QRect& oRect, int iSection) const override;
     QSize sectionSizeFromContents(int iSection) const override;
     bool event(QEvent* pEvent) override;
 

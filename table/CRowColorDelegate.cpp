@@ -3,8 +3,11 @@
 
 #include "CRowColorDelegate.h"
 
+#include "CDocumentModel.h"
+
 #include <QPainter>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -38,6 +41,14 @@ QColor CRowColorDelegate::rowColor(int iRow) const
     return oColor;
 }
 
+// Of a long text only what can be seen is laid out.
+QString CRowColorDelegate::textInSight(
+    const QPainter& oPainter, const QStyleOptionViewItem& oOption, const QModelIndex& oIndex)
+{
+    const int iWidth = std::max(oPainter.device()->width() - oOption.rect.left(), 1);
+    return static_cast<const CDocumentModel*>(oIndex.model())->shownPart(oIndex, oOption.fontMetrics, iWidth);
+}
+
 void CRowColorDelegate::paint(
     QPainter* pPainter, const QStyleOptionViewItem& oOption, const QModelIndex& oIndex) const
 {
@@ -60,6 +71,6 @@ void CRowColorDelegate::paint(
     pPainter->setPen(oPalette.color(bSelected && !bHostColors ? QPalette::HighlightedText : QPalette::Text));
     pPainter->setFont(oOption.font);
     pPainter->drawText(oCell.adjusted(TextMargin, TextMargin, -TextMargin, -TextMargin),
-        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, oIndex.data().toString());
+        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, textInSight(*pPainter, oOption, oIndex));
     pPainter->restore();
 }

@@ -5,7 +5,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Paints the cells, in the host's row colours while it has some. [ui-thread]
+/// Paints the cells of a CDocumentModel, in the host's row colours while it has some. [ui-thread]
 class CRowColorDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -22,6 +22,8 @@ public:
 
 private:
     QColor rowColor(int iRow) const;
+    static QString textInSight(
+        const QPainter& oPainter, const QStyleOptionViewItem& oOption, const QModelIndex& oIndex);
 
     const float* pfRowColors = nullptr;
 };

@@ -78,6 +78,23 @@ private Q_SLOTS:
         }
     }
 
+    // The end of the first column, the middle and the end of the second one.
+    void aWideColumnLooksAsTheToolkits()
+    {
+        oModel.setHorizontalHeaderLabels({u"title"_s, u"a rather long label of a column"_s});
+        for (QHeaderView* pHeader : {static_cast<QHeaderView*>(&oColumns), &oPlainColumns}) {
+            pHeader->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+            pHeader->resize(300, 20);
+            pHeader->resizeSection(0, 250);
+            pHeader->resizeSection(1, 5000);
+        }
+        for (const int iOffset : {0, 10, 200, 240, 260, 400, 1000, 4950, 5200}) {
+            oColumns.setOffset(iOffset);
+            oPlainColumns.setOffset(iOffset);
+            QCOMPARE(oColumns.grab().toImage(), oPlainColumns.grab().toImage());
+        }
+    }
+
     void everyStyleHasItsOwnRoom()
     {
         compareWith(1000);

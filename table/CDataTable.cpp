@@ -78,8 +78,7 @@ void CDataTable::ensureCellVisible(int iRow, int iColumn)
 
 void CDataTable::adjustColumns()
 {
-    if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
-        pLetterWidths = CLetterWidths::shared(fontMetrics());
+    pLetterWidths = CLetterWidths::shared(fontMetrics());
     std::vector<CWidestText> vWidest;
     for (int iColumn = 0; iColumn < numCols(); iColumn++) {
         const QString sLabel = pModel->headerData(iColumn, Qt::Horizontal).toString() + QLatin1Char('W');

@@ -91,8 +91,7 @@ void CListView::fillList(const CNodeLists* pvviNodes, QString sSOMTable)
     setMaximumWidth(QWIDGETSIZE_MAX);
     if (!sSOMTable.isNull())
         connectToDataBase(sSOMTable); // without its data the nodes have numbers only
-    const bool bSigns = pModel->keywordTable() != nullptr;
-    const topicicons::Icons oIcons = bSigns ? loadIcons() : topicicons::Icons();
+    const topicicons::Icons oIcons = pModel->keywordTable() != nullptr ? loadIcons() : topicicons::Icons();
     const QSignalBlocker blocker(this); // losing the current item is no choice of a node
     pModel->setTree(CNodeItems(*pvviNodes), oIcons, readSigns(pvviNodes->size()),
         header()->sortIndicatorSection(), header()->sortIndicatorOrder());
@@ -134,8 +133,7 @@ topicicons::Icons CListView::loadIcons()
 // Every column is as wide as its widest text, that of closed branches included.
 void CListView::adjustColumns()
 {
-    if (!pLetterWidths || pLetterWidths->metrics() != fontMetrics())
-        pLetterWidths = CLetterWidths::shared(fontMetrics());
+    pLetterWidths = CLetterWidths::shared(fontMetrics());
     const int iMargin = 4 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     setColumnWidth(NodeColumn, std::max(widestNode() + iMargin, header()->sectionSizeHint(NodeColumn)));
     setColumnWidth(

@@ -4,6 +4,8 @@
 
 import subprocess
 import sys
+import threading
+from collections import Counter
 from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
@@ -40,14 +42,17 @@ BESIDE = EXAMPLES / "kit_beside_sdl"
 
 @contextmanager
 def running(command: list[str], environment: dict[str, str]) -> "Iterator[subprocess.Popen[str]]":
-    """A program in the top folder; it is ended when the block is left."""
+    """A program in the top folder; it is ended when the block is left, and when it hangs."""
     pipe = subprocess.PIPE
     with subprocess.Popen(
         command, env=environment, cwd=TOP, stdin=pipe, stdout=pipe, stderr=pipe, text=True
     ) as process:
+        end = threading.Timer(2 * LIMIT, process.kill)
+        end.start()
         try:
             yield process
         finally:
+            end.cancel()
             process.kill()
 
 
@@ -68,8 +73,8 @@ def timeline(kind: str, table: str, hierarchy: Path) -> list[str]:
 
 def has_colors(*colors: bytes) -> bool:
     """Whether each colour fills an area of the screen as large as a cell."""
-    rows = screen.capture().rows
-    return all(sum(row.count(color * 50) for row in rows) > 10 for color in colors)
+    pixels = Counter(screen.capture().pixels())
+    return all(pixels[color] > 500 for color in colors)
 
 
 @pytest.mark.parametrize("kind", TIMELINES)

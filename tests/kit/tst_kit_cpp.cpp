@@ -146,11 +146,11 @@ private Q_SLOTS:
     void whatTheFunctionThrowsComesThrough()
     {
         pFake->log();
-        QVERIFY_EXCEPTION_THROWN(pBrowser->colorRows([](auto, std::span<qtutils::Color> oColors) {
-            oColors[0].fHue = 5;
-            throw std::logic_error("no colours");
-        }),
-            std::logic_error);
+        QVERIFY_THROWS_EXCEPTION(
+            std::logic_error, pBrowser->colorRows([](auto, std::span<qtutils::Color> oColors) {
+                oColors[0].fHue = 5;
+                throw std::logic_error("no colours");
+            }));
         QCOMPARE(pFake->log().mid(1, 2), QByteArrayList({"setRowColors", "row 0: 0 0 255"}));
         QCOMPARE(pBrowser->numRows(), 3); // the window goes on
     }
@@ -162,9 +162,8 @@ private Q_SLOTS:
         QCOMPARE(pFake->log().mid(6),
             QByteArrayList({"select 5", "setRowColors", "before 255", "row 0: 0 0 255", "row 1: 0 0 255",
                 "row 2: 7 0 255"}));
-        QVERIFY_EXCEPTION_THROWN(
-            pBrowser->selectColored(5, [](auto, auto) { throw std::logic_error("no colours"); }),
-            std::logic_error);
+        QVERIFY_THROWS_EXCEPTION(std::logic_error,
+            pBrowser->selectColored(5, [](auto, auto) { throw std::logic_error("no colours"); }));
         QCOMPARE(pFake->log().count("select 5"), 1);
         QCOMPARE(
             codeOf([&] { pBrowser->selectColored(-1, [](auto, auto) {}); }), int(QTUTILS_ERROR_ARGUMENT));

@@ -33,7 +33,7 @@ extern "C" {
    MYSQL_HOST, MYSQL_USER and MYSQL_PWD lead to.
    ppBrowser: gets the object, which the caller gives to qtutils_close; null after an error.
    Sets the variable LANG of the process to "de_DE", so call it before other threads read the environment.
-   Waits. ARGUMENT, MEMORY, MODULE, ENVIRONMENT, WINDOW. */
+   Waits. ARGUMENT, MEMORY, MODULE, ENVIRONMENT, WINDOW, BUSY. */
 QTUTILS_KIT_EXPORT int qtutils_open(const char* pcModule, const char* pcSOMDatabase,
     const char* pcSourceDatabase, qtutils_browser** ppBrowser);
 

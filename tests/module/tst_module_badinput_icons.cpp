@@ -3,6 +3,7 @@
 
 #include "CAnalyst.h"
 #include "moduletest.h"
+#include "signs.h"
 #include "tests/support/CPrivateServer.h"
 #include "treehost.h"
 
@@ -24,7 +25,7 @@ private Q_SLOTS:
     {
         pFolder = std::make_unique<QTemporaryDir>();
         QDir::setCurrent(pFolder->path());
-        makeSigns(pFolder->path());
+        makeSigns();
     }
 
     void cleanup() { QDir::setCurrent(QDir::rootPath()); }
@@ -53,7 +54,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, oContent);
         QFETCH(QByteArray, oLine);
-        QFile oFile(file(3));
+        QFile oFile(signs::file(3));
         QVERIFY(oFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
         oFile.write(oContent);
         oFile.close();
@@ -61,7 +62,7 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
         oHost.announceErrors(QByteArrayList(oLine.isEmpty() ? 0 : 1, oLine));
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
     }
 
     void whatIsNoFileIsLeftOut_data()
@@ -76,12 +77,12 @@ private Q_SLOTS:
     void whatIsNoFileIsLeftOut()
     {
         QFETCH(QString, sTarget);
-        QFile::remove(file(3));
-        QVERIFY(sTarget.isEmpty() ? QDir().mkdir(file(3)) : QFile::link(sTarget, file(3)));
+        QFile::remove(signs::file(3));
+        QVERIFY(sTarget.isEmpty() ? QDir().mkdir(signs::file(3)) : QFile::link(sTarget, signs::file(3)));
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
     }
 
     void imagesMayBeAFile()
@@ -93,7 +94,7 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
         waitForPaint(oAnalyst);
-        QCOMPARE(signs(oAnalyst), NoSigns);
+        QCOMPARE(signs::seen(oAnalyst), NoSigns);
     }
 
     void withoutAnySignThatCanBeReadThereAreTextsOnly_data()
@@ -108,7 +109,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, oContent);
         for (int i = 0; i <= 20; i++) {
-            QFile oFile(file(i));
+            QFile oFile(signs::file(i));
             QVERIFY(oFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
             oFile.write(oContent);
         }
@@ -116,7 +117,7 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
         waitForPaint(oAnalyst);
-        QCOMPARE(signs(oAnalyst), NoSigns);
+        QCOMPARE(signs::seen(oAnalyst), NoSigns);
         QVERIFY(oAnalyst.item(1).height() < 28);
         QCOMPARE(oAnalyst.tree()[1], "  - 1 | red, green, blue");
     }
@@ -127,7 +128,7 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", "3", "20", "1"}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", "3", "20", "1"}));
         QVERIFY(oAnalyst.item(1).height() < 30);
     }
 
@@ -139,7 +140,7 @@ private Q_SLOTS:
         treehost::show(oAnalyst, Nodes);
         oHost.announceErrors({"qt.gui.imageio: QImageIOHandler: Rejecting image as it exceeds the current "
                               "allocation limit of 128 megabytes"});
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", "none", "20", "1"}));
     }
 
     void theWorkingDirectoryIsThatOfTheMomentOfTheHierarchy()
@@ -151,12 +152,12 @@ private Q_SLOTS:
         oHost.command({"folder", oOther.path().toUtf8()});
         treehost::show(oAnalyst, Nodes);
         waitForPaint(oAnalyst);
-        QCOMPARE(signs(oAnalyst), NoSigns);
+        QCOMPARE(signs::seen(oAnalyst), NoSigns);
         // when
         QCOMPARE(oHost.command({"folder", pFolder->path().toUtf8()}), "there");
         treehost::pass(oHost, Nodes);
         // then
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", "3", "20", "1"}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", "3", "20", "1"}));
     }
 
     void aWorkingDirectoryThatIsGoneHasNoSigns()
@@ -165,13 +166,13 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(signs(oAnalyst).first() == "0");
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst).first() == "0");
         // when
         QDir::setCurrent(QDir::rootPath());
         QVERIFY(QDir(pFolder->path()).removeRecursively());
         treehost::pass(oHost, Nodes);
         // then
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == NoSigns);
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == NoSigns);
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.numRows(), 5);
     }
@@ -204,58 +205,34 @@ private Q_SLOTS:
         // when
         treehost::show(oAnalyst, {"1", ""}, "odd_train");
         // then
-        QTUTILS_WAIT_FOR(signs(oAnalyst) == QByteArrayList({"0", oSign}));
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst) == QByteArrayList({"0", oSign}));
     }
 
 private:
     static inline const QByteArrayList Nodes{"1,2,3", "", "", ""};
     static inline const QByteArrayList NoSigns{"none", "none", "none", "none"};
 
-    static QRgb color(int iTopic) { return qRgb(10 * iTopic + 3, 250 - 10 * iTopic, 7); }
-    static QString file(int iTopic) { return u"Images/%1.xpm"_s.arg(iTopic); }
-
     // One of topic 3, so many pixels high and wide.
     static void drawHuge(int iSize)
     {
         QImage oSign(iSize, iSize, QImage::Format_Mono);
-        oSign.setColorTable({color(3), color(3)});
+        oSign.setColorTable({signs::color(3), signs::color(3)});
         oSign.fill(0);
-        QVERIFY(oSign.save(file(3), "PNG"));
+        QVERIFY(oSign.save(signs::file(3), "PNG"));
     }
 
     // Signs two rows high, each in a colour of its own.
-    static void makeSigns(const QString& sFolder)
+    static void makeSigns()
     {
-        QDir(sFolder).mkdir(u"Images"_s);
-        for (int i = 0; i <= 20; i++) {
-            QImage oSign(28, 28, QImage::Format_RGB32);
-            oSign.fill(color(i));
-            QVERIFY(oSign.save(sFolder + u'/' + file(i), "XPM"));
-        }
+        QDir().mkdir(u"Images"_s);
+        for (int i = 0; i <= 20; i++)
+            signs::draw(i, {28, 28});
     }
 
     void waitForPaint(CAnalyst& oAnalyst) const
     {
         oAnalyst.click(oAnalyst.item(2));
         QTUTILS_WAIT_FOR(oScreen.pixels(qRgb(48, 140, 198)) > 500); // the highlight of the widgets' style
-    }
-
-    // The signs of the root and its children, from the top: the topics whose colours are there.
-    QByteArrayList signs(CAnalyst& oAnalyst) const
-    {
-        QByteArrayList lSigns;
-        const QImage oPicture = oScreen.picture();
-        for (const QByteArray& oLine : oAnalyst.tree())
-            lSigns << sign(oPicture, oAnalyst.item(oLine.trimmed().split(' ')[1].toInt()));
-        return lSigns;
-    }
-
-    static QByteArray sign(const QImage& oPicture, const QRect& oItem)
-    {
-        for (int i = 0; i <= 20; i++)
-            if (oPicture.pixel(oItem.left() + 6, oItem.center().y()) == color(i))
-                return QByteArray::number(i);
-        return "none";
     }
 
     std::unique_ptr<QTemporaryDir> pFolder;

@@ -3,6 +3,7 @@
 
 #include "CAnalyst.h"
 #include "moduletest.h"
+#include "signs.h"
 #include "tests/support/CPrivateServer.h"
 #include "treehost.h"
 
@@ -25,7 +26,7 @@ private Q_SLOTS:
         QDir::setCurrent(pFolder->path());
         QDir().mkdir(QStringLiteral("Images"));
         for (int i = 0; i <= 21; i++)
-            draw(i, {28, 28});
+            signs::draw(i, {28, 28});
     }
 
     void cleanup() { QDir::setCurrent(QDir::rootPath()); }
@@ -35,10 +36,10 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(1)) == 14 * 14);
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"0", "3", "20", "1"}));
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(1)) == 14 * 14);
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"0", "3", "20", "1"}));
         for (const int iTopic : {2, 4, 5, 19, 21})
-            QCOMPARE(oScreen.pixels(color(iTopic)), 0);
+            QCOMPARE(oScreen.pixels(signs::color(iTopic)), 0);
     }
 
     void everyTopicHasItsSign_data()
@@ -67,8 +68,8 @@ private Q_SLOTS:
         // when
         treehost::show(oAnalyst, {"1", ""}, "one_train");
         // then
-        QTUTILS_WAIT_FOR(signs(oAnalyst).first() == "0");
-        QTEST(signs(oAnalyst).last(), "oSign");
+        QTUTILS_WAIT_FOR(signs::seen(oAnalyst).first() == "0");
+        QTEST(signs::seen(oAnalyst).last(), "oSign");
     }
 
     void aSignIsScaledByAWholeNumber_data()
@@ -90,25 +91,25 @@ private Q_SLOTS:
         // given
         QFETCH(QSize, oSize);
         QFETCH(QSize, oShown);
-        draw(1, oSize);
+        signs::draw(1, oSize);
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         // when
         treehost::show(oAnalyst, Nodes);
         // then
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(3)) == 14 * 14);
-        QCOMPARE(oScreen.pixels(color(1)), oShown.width() * oShown.height());
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(3)) == 14 * 14);
+        QCOMPARE(oScreen.pixels(signs::color(1)), oShown.width() * oShown.height());
         // when
         treehost::pass(oHost, Nodes);
         QVERIFY(oAnalyst.item(3).height() >= oShown.height());
         // then
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(3)) == 14 * 14);
-        QCOMPARE(oScreen.pixels(color(1)), oShown.width() * oShown.height());
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(3)) == 14 * 14);
+        QCOMPARE(oScreen.pixels(signs::color(1)), oShown.width() * oShown.height());
     }
 
     void aRowIsAsHighAsItsSign()
     {
-        draw(1, {20, 20});
+        signs::draw(1, {20, 20});
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
@@ -123,39 +124,39 @@ private Q_SLOTS:
         treehost::show(oAnalyst, Nodes);
         oAnalyst.click(oAnalyst.item(3));
         QTUTILS_WAIT_FOR(oScreen.pixels(Highlight) > 500);
-        QCOMPARE(oScreen.pixels(color(1)), 14 * 14);
+        QCOMPARE(oScreen.pixels(signs::color(1)), 14 * 14);
     }
 
     void aMissingSignIsLeftOut()
     {
-        QFile::remove(file(3));
+        QFile::remove(signs::file(3));
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(1)) == 14 * 14);
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"0", "none", "20", "1"}));
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(1)) == 14 * 14);
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"0", "none", "20", "1"}));
     }
 
     void aBrokenSignIsLeftOut()
     {
-        QFile oFile(file(3));
+        QFile oFile(signs::file(3));
         QVERIFY(oFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
         oFile.write("no picture");
         oFile.close();
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(1)) == 14 * 14);
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"0", "none", "20", "1"}));
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(1)) == 14 * 14);
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"0", "none", "20", "1"}));
     }
 
     void theFormatIsThatOfTheFile()
     {
-        draw(3, {28, 28}, "PNG");
+        signs::draw(3, {28, 28}, "PNG");
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(3)) == 14 * 14);
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(3)) == 14 * 14);
     }
 
     void withoutAFolderOfSignsThereAreTextsOnly()
@@ -167,7 +168,7 @@ private Q_SLOTS:
         // when
         treehost::show(oAnalyst, Nodes);
         // then
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"none", "none", "none", "none"}));
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"none", "none", "none", "none"}));
         QCOMPARE(oAnalyst.tree().size(), 4);
         QVERIFY(oAnalyst.item(3).height() < 20);
     }
@@ -180,7 +181,7 @@ private Q_SLOTS:
         oHost.construct();
         oHost.passHierarchy(Nodes);
         oAnalyst.showWindow();
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"none", "none", "none", "none"}));
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"none", "none", "none", "none"}));
     }
 
     void everyHierarchyReadsTheSignsAnew()
@@ -189,49 +190,21 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         treehost::show(oAnalyst, Nodes);
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(1)) == 14 * 14);
-        QFile::remove(file(3));
-        QFile::remove(file(1));
-        draw(7, {30, 30});
-        QVERIFY(QFile::rename(file(7), file(1)));
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(1)) == 14 * 14);
+        QFile::remove(signs::file(3));
+        QFile::remove(signs::file(1));
+        signs::draw(7, {30, 30});
+        QVERIFY(QFile::rename(signs::file(7), signs::file(1)));
         // when
         treehost::pass(oHost, Nodes);
         // then
-        QTUTILS_WAIT_FOR(oScreen.pixels(color(7)) == 15 * 15);
-        QCOMPARE(signs(oAnalyst), QByteArrayList({"0", "none", "20", "7"}));
+        QTUTILS_WAIT_FOR(oScreen.pixels(signs::color(7)) == 15 * 15);
+        QCOMPARE(signs::seen(oAnalyst), QByteArrayList({"0", "none", "20", "7"}));
     }
 
 private:
     static constexpr QRgb Highlight = qRgb(48, 140, 198); // of the widgets' style
     static inline const QByteArrayList Nodes{"1,2,3", "", "", ""};
-
-    static QRgb color(int iTopic) { return qRgb(10 * iTopic + 3, 250 - 10 * iTopic, 7); }
-    static QString file(int iTopic) { return QStringLiteral("Images/%1.xpm").arg(iTopic); }
-
-    static void draw(int iTopic, const QSize& oSize, const char* pcFormat = "XPM")
-    {
-        QImage oSign(oSize, QImage::Format_RGB32);
-        oSign.fill(color(iTopic));
-        QVERIFY(oSign.save(file(iTopic), pcFormat));
-    }
-
-    // The signs of the root and its children, from the top: the topics whose colours are there.
-    QByteArrayList signs(CAnalyst& oAnalyst) const
-    {
-        QByteArrayList lSigns;
-        const QImage oPicture = oScreen.picture();
-        for (const QByteArray& oLine : oAnalyst.tree())
-            lSigns << sign(oPicture, oAnalyst.item(oLine.trimmed().split(' ')[1].toInt()));
-        return lSigns;
-    }
-
-    static QByteArray sign(const QImage& oPicture, const QRect& oItem)
-    {
-        for (int i = 0; i <= 21; i++)
-            if (oPicture.pixel(oItem.left() + 6, oItem.center().y()) == color(i))
-                return QByteArray::number(i);
-        return "none";
-    }
 
     std::unique_ptr<QTemporaryDir> pFolder;
     CPrivateServer oServer;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -23,12 +24,13 @@ CLetterWidths::CLetterWidths(const QFontMetrics& oFontMetrics)
 
 std::shared_ptr<CLetterWidths> CLetterWidths::shared(const QFontMetrics& oFontMetrics)
 {
-    static auto& oLast = *new std::weak_ptr<CLetterWidths>;
-    std::shared_ptr<CLetterWidths> pWidths = oLast.lock();
-    if (!pWidths || pWidths->metrics() != oFontMetrics) {
-        pWidths = std::make_shared<CLetterWidths>(oFontMetrics);
-        oLast = pWidths;
-    }
+    static auto& vKnown = *new std::vector<std::weak_ptr<CLetterWidths>>;
+    std::erase_if(vKnown, [](const auto& pKnown) { return pKnown.expired(); });
+    for (const auto& pKnown : vKnown)
+        if (auto pWidths = pKnown.lock(); pWidths->metrics() == oFontMetrics)
+            return pWidths;
+    auto pWidths = std::make_shared<CLetterWidths>(oFontMetrics);
+    vKnown.push_back(pWidths);
     return pWidths;
 }
 

@@ -19,7 +19,7 @@ public:
     static constexpr unsigned NumLetters = 0x180;
 
     explicit CLetterWidths(const QFontMetrics& oFontMetrics);
-    /// Those that somebody else has already, if there are any for this font.
+    /// Those that somebody has already, if there are any for this font.
     static std::shared_ptr<CLetterWidths> shared(const QFontMetrics& oFontMetrics);
 
     const QFontMetrics& metrics() const { return oMetrics; }

@@ -59,9 +59,11 @@ QString CHeader::shape(const QString& sLabel) const
 {
     const auto isDigit = [](QChar oLetter) { return oLetter >= u'0' && oLetter <= u'9'; };
     const bool bNumber = std::all_of(sLabel.begin(), sLabel.end(), isDigit);
-    if (!bNumber || !CLetterWidths::shared(fontMetrics())->areDigitsAlike())
+    if (!bNumber)
         return sLabel;
-    return QString(sLabel.size(), u'0');
+    if (!pLetterWidths)
+        pLetterWidths = CLetterWidths::shared(fontMetrics());
+    return pLetterWidths->areDigitsAlike() ? QString(sLabel.size(), u'0') : sLabel;
 }
 
 bool CHeader::event(QEvent* pEvent)
@@ -70,6 +72,7 @@ bool CHeader::event(QEvent* pEvent)
     case QEvent::FontChange:
     case QEvent::StyleChange:
     case QEvent::ScreenChangeInternal:
+        pLetterWidths.reset();
         hWidths.clear();
         hSizes.clear();
         break;

@@ -6,6 +6,10 @@
 #include <QHash>
 #include <QHeaderView>
 
+#include <memory>
+
+class CLetterWidths;
+
 /// The names of a table's columns, or the numbers of its rows. Remembers how much room they take: Qt by
 /// itself lays out up to forty row numbers and all column names at every change of the table. Paints of a
 /// wide column what is in sight. [ui-thread]
@@ -25,6 +29,7 @@ protected:
 private:
     QString shape(const QString& sLabel) const;
 
+    mutable std::shared_ptr<CLetterWidths> pLetterWidths;
     mutable QHash<QString, int> hWidths;
     mutable QHash<QString, QSize> hSizes;
 };

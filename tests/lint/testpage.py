@@ -6,7 +6,11 @@ import re
 from collections.abc import Iterable, Iterator, Mapping
 from typing import NamedTuple
 
-HEADERS = {"Case | Tests": True, "Ring | Folder | What it sees": False}  # True: a row for each case
+HEADERS = {  # True: a row for each case
+    "Case | Tests": True,
+    "Ring | Folder | What it sees": False,
+    "Program | Times | Takes | Outcome": False,
+}
 RINGS = ("module", "widget", "unit")  # from the outermost inwards; their programs must be named
 NAME = re.compile(r"`(tst_\w+|[\w./]+\.py)::(\w+)`")
 NAMES = re.compile(rf"{NAME.pattern}(, {NAME.pattern})*")

@@ -49,7 +49,7 @@ inline int repetitions(int iOrdinary)
         qputenv("LC_CTYPE", "C.UTF-8"); /* has a table of composed characters for the toolkit */             \
         qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");                                                         \
         qunsetenv("QT_QPA_PLATFORM");                                                                        \
-        if (isThorough())                                                                                    \
+        if (isThorough() || qEnvironmentVariableIsSet("QTUTILS_CALLS"))                                      \
             qputenv("QTEST_FUNCTION_TIMEOUT", "86400000"); /* milliseconds */                                \
         const QCoreApplication oApplication(iArguments, apcArguments);                                       \
         TestClass oTest;                                                                                     \

@@ -9,6 +9,7 @@ import tomllib
 from collections.abc import Iterable, Iterator
 from pathlib import Path
 
+import links
 import pytest
 import rules
 
@@ -79,6 +80,13 @@ def test_deliberate_oddities_are_tested() -> None:
     tests = dict(rules.tests_of(name, SOURCES[name]) for name in programs)
     marked = {name: text for name, text in SOURCES.items() if not name.startswith("tests/lint/")}
     report(fault for name, text in marked.items() for fault in rules.deliberate(name, text, tests))
+
+
+def test_links_lead_somewhere() -> None:
+    pages = {name: text for name, text in TEXTS.items() if name.endswith(".md")}
+    known = links.with_folders(set(names()))
+    assert sum(len(list(links.targets(text))) for text in pages.values()) > 50
+    report(fault for name in pages for fault in links.faults(name, pages, known))
 
 
 def test_sources_are_formatted() -> None:

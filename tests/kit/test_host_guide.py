@@ -1,0 +1,80 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""The program of docs/host-guide.md, which calls the module directly, and the page's table of methods."""
+
+import re
+import shutil
+import subprocess
+from pathlib import Path
+
+import pagesamples
+import pytest
+from kitprocess import BUILD, LIMIT, TOP
+from test_examples import has_colors, running
+
+import screen
+
+PAGE = TOP / "docs" / "host-guide.md"
+SAMPLES = pagesamples.read(PAGE)
+FIRST_DAY, LATER = bytes((55, 255, 55)), bytes((165, 255, 165))  # hue 120, saturations 200 and 90
+METHOD = re.compile(r"^\| `(\w+)` \|.*\| (?:yes|no|until .*) \|", re.MULTILINE)
+PROTOTYPE = re.compile(r'^    "(?:void )?(\w+)\(.*\)",$', re.MULTILINE)
+
+
+@pytest.fixture
+def program(tmp_path: Path) -> list[str]:
+    """The command that starts the program, built as the page says, in the top folder as the page sees it."""
+    (tmp_path / "build").symlink_to(BUILD)
+    (tmp_path / "Images").symlink_to(TOP / "Images")
+    (_, source), (_, script) = SAMPLES
+    (tmp_path / "host.c").write_text(source)
+    build, start = script.splitlines()
+    subprocess.run(build.split(), cwd=tmp_path, check=True)
+    return ["env", "-C", str(tmp_path), start]
+
+
+def test_the_page_has_a_program_and_its_commands() -> None:
+    assert [language for language, _ in SAMPLES] == ["c", "sh"]
+
+
+@pytest.mark.parametrize("compiler", ["gcc", "clang"])
+def test_the_program_compiles_without_a_warning(compiler: str) -> None:
+    if shutil.which(compiler) is None:
+        pytest.skip(f"{compiler} is not installed")
+    assert pagesamples.complaints(compiler, *SAMPLES[0]) == ""
+
+
+def test_the_program_runs_as_it_is_written(program: list[str], surroundings: dict[str, str]) -> None:
+    with running(program, surroundings) as process:
+        assert process.stdout
+        assert process.stdout.readline() == "5 documents from 2005-02-27T23:59:59\n"
+        screen.wait_for("rows have the colours of their days", lambda: has_colors(FIRST_DAY, LATER))
+        printed, errors = process.communicate("\n", timeout=LIMIT)
+    assert (process.returncode, printed) == (0, "")
+    assert errors.splitlines()[:2] == [
+        "CNodeBrowser: Changed Table to news_train",
+        "Database is open. Commencing.",
+    ]
+
+
+def test_the_program_says_that_it_has_no_window(program: list[str], surroundings: dict[str, str]) -> None:
+    del surroundings["MYSQL_PWD"]
+    with running(program, surroundings) as process:
+        printed, errors = process.communicate(timeout=LIMIT)
+    assert (process.returncode, printed) == (1, "")
+    assert errors == "no window: set MYSQL_HOST, MYSQL_USER, MYSQL_PWD and DISPLAY\n"
+
+
+def test_a_missing_module_is_named(program: list[str], surroundings: dict[str, str], tmp_path: Path) -> None:
+    (tmp_path / "build").unlink()
+    with running(program, surroundings) as process:
+        printed, errors = process.communicate(timeout=LIMIT)
+    assert (process.returncode, printed) == (1, "")
+    assert errors.startswith("build/qtutils.so: ") and errors.count("\n") == 1
+
+
+def test_the_table_has_every_method() -> None:
+    descriptor = (TOP / "binding" / "mirta_qtutils.cpp").read_text(encoding="utf-8")
+    names = PROTOTYPE.findall(descriptor)
+    assert len(names) == 14
+    assert sorted(METHOD.findall(PAGE.read_text(encoding="utf-8"))) == sorted(names)

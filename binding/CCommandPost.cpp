@@ -4,6 +4,7 @@
 #include "CCommandPost.h"
 
 #include "CCommandEvent.h"
+#include "eventorder.h"
 
 #include <QCoreApplication>
 
@@ -35,6 +36,8 @@ bool CCommandPost::postLocked(int iCommand, void* pData, std::shared_ptr<const v
 {
     if (pReceiver == nullptr)
         return false;
-    QCoreApplication::postEvent(pReceiver, new CCommandEvent(iCommand, pData, std::move(pOwned)));
+    auto* pEvent = new CCommandEvent(iCommand, pData, std::move(pOwned));
+    eventorder::posted(pEvent);
+    QCoreApplication::postEvent(pReceiver, pEvent);
     return true;
 }

@@ -4,6 +4,7 @@
 #include "COmbrelWin.h"
 
 #include "CSurroundings.h"
+#include "binding/eventorder.h"
 #include "displayloss.h"
 
 #include <QApplication>
@@ -30,6 +31,7 @@ public:
 
     bool notify(QObject* pReceiver, QEvent* pEvent) override
     {
+        eventorder::received(pEvent);
         const bool bResult = QApplication::notify(pReceiver, pEvent);
         pfAfterEvent();
         return bResult;

@@ -14,9 +14,9 @@
 constexpr QPoint RootItem(60, 45);
 constexpr QPoint FirstRow(500, 64);
 
-/// Whether the address sanitizer is at work: it keeps freed memory for a while, takes more than a limited
-/// host may have, and counts what the C library keeps of a main thread that ended early as a leak.
-#ifdef __SANITIZE_ADDRESS__
+/// Whether a sanitizer is at work: it keeps freed memory for a while, takes more than a limited host may
+/// have, and counts what the C library keeps of a main thread that ended early as a leak.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool Sanitized = true;
 #else
 constexpr bool Sanitized = false;

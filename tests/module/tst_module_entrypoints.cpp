@@ -102,7 +102,7 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         oHost.start();
         const QByteArrayList lTree = oAnalyst.tree();
-        oHost.command({"limit", "100"});
+        oHost.command({"limit", "50"});
         // when
         oHost.call("passNodeHierarchy", {"n:2", "i:1", "i:0", "i:9000000"});
         // then

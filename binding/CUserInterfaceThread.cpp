@@ -12,6 +12,7 @@
 #include "data/somconnection.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 #include <QPointer>
 
 #include <cfenv>
@@ -183,13 +184,15 @@ bool CUserInterfaceThread::makeBrowser()
     return !bStopping;
 }
 
-// The connection goes after the window whose table and tree hold copies of it.
+// The connection goes after the window whose table and tree hold copies of it. Qt would keep copies of the
+// tree's signs, new ones with each window.
 void CUserInterfaceThread::deleteBrowser()
 {
     if (pBrowser == nullptr)
         return;
     delete pBrowser;
     pBrowser = nullptr;
+    QPixmapCache::clear();
     somconnection::remove();
 }
 

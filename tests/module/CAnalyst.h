@@ -52,6 +52,8 @@ public:
     QByteArray font(const QByteArray& oName) { return answer({"font", oName}); }
     /// "shown" or "hidden" for each viewer, in the order of their opening.
     QByteArrayList viewers();
+    /// Whether the module knows that its window is minimised, which it learns some time after the display.
+    bool isMinimized() { return oHost.ask({"minimized"}).first() == "1"; }
     /// The dialog that is open now: "title: text", with what is typed in brackets; or "none".
     QByteArray dialog() { return oHost.ask({"dialog"}).join('\n'); }
     /// The name of the widget with the keyboard focus, or its class if it has no name; "none" while no window

@@ -257,6 +257,7 @@ const std::map<QString, Question>& questions()
         {u"button"_s,
             [](auto& sl) { return QStringList(buttonOf(QApplication::activeModalWidget(), sl[0])); }},
         {u"focus"_s, [](auto&) { return QStringList(focusName()); }},
+        {u"minimized"_s, [](auto&) { return QStringList(u"%1"_s.arg(table().window()->isMinimized())); }},
     };
     return Questions;
 }

@@ -111,7 +111,7 @@ private Q_SLOTS:
         treehost::show(oAnalyst, Nodes);
         const QRect oPlace = moveAndResize();
         oScreen.minimize("Ombrel");
-        QTUTILS_WAIT_FOR(oScreen.shown().isEmpty());
+        QTUTILS_WAIT_FOR(oAnalyst.isMinimized());
         // when
         oAnalyst.showWindow();
         // then

@@ -26,6 +26,12 @@ void fill(CPlainHost& oHost, const QByteArrayList& lChildren, const QByteArray& 
     pass(oHost, lChildren);
 }
 
+void startWithoutTable(CPlainHost& oHost)
+{
+    oHost.load();
+    oHost.construct();
+}
+
 void show(CAnalyst& oAnalyst, const QByteArrayList& lChildren, const QByteArray& oTable)
 {
     fill(oAnalyst.host(), lChildren, oTable);

@@ -21,6 +21,9 @@ void pass(CPlainHost& oHost, const QByteArrayList& lChildren);
 /// open then.
 void fill(CPlainHost& oHost, const QByteArrayList& lChildren, const QByteArray& oTable = "news_train");
 
+/// Loads the module and constructs; without a table the tree has numbers only.
+void startWithoutTable(CPlainHost& oHost);
+
 /// fill(), and the window comes up.
 void show(CAnalyst& oAnalyst, const QByteArrayList& lChildren, const QByteArray& oTable = "news_train");
 

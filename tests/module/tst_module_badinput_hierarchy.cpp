@@ -39,7 +39,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         const std::array aiChildren{Least, -1, 0, 1, TooMany, Greatest};
         const std::array aiNodes{Least, -1, 0, 1, 2, Greatest};
         const std::array aiNumbers{Least, -1, 0, 1, 2, TooMany, Greatest};
@@ -68,7 +68,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passNode("1", 9999999, 10000000);
         QCOMPARE(treehost::nodes(oAnalyst), "0");
         oHost.announceErrors({Resized});
@@ -83,7 +83,7 @@ private Q_SLOTS:
         const int iNodes = isThorough() ? 1000000 : 200000;
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         passFlat(oHost, iNodes);
         oAnalyst.showWindow();
         // when
@@ -110,7 +110,7 @@ private Q_SLOTS:
         const int iNodes = isThorough() ? 100000 : 10000;
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         passChain(oHost, iNodes);
         oAnalyst.showWindow();
         QVERIFY(!oAnalyst.item(0).isEmpty());
@@ -173,7 +173,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         // when
         for (int i = 0; i < 3; i++)
             passFlat(oHost, 100000);
@@ -185,13 +185,6 @@ private Q_SLOTS:
     }
 
 private:
-    // Without a table the tree has numbers only.
-    static void start(CPlainHost& oHost)
-    {
-        oHost.load();
-        oHost.construct();
-    }
-
     static QByteArray number(int i) { return QByteArray::number(i); }
 
     // The line that a call prints, if any, and the number of nodes behind it.

@@ -28,7 +28,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         const QByteArrayList lChildren{"1,3", "2", "", "4", ""};
         for (int i = 0; i < 4; i++) {
             oHost.passNode(lChildren[i], i, 5);
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, oNumber);
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.call("passNodeHierarchy", {"n:4,5,6", "i:" + oNumber, "i:0", "i:1"});
         QTEST(treehost::nodes(oAnalyst), "oNodes");
     }
@@ -62,7 +62,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1,2", "3", "", ""});
         oHost.call("select", {"i:3"});
         QCOMPARE(oAnalyst.currentNode(), "3");
@@ -78,7 +78,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1,2", "3", "", ""});
         const QByteArrayList lTree = oAnalyst.tree();
         oHost.passHierarchy({"1,2", "3", "", ""});
@@ -90,7 +90,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1,2", "3", "", ""});
         // when
         oHost.passNode("1", 2, 4);
@@ -106,7 +106,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passNode("", 2, 3);
         QCOMPARE(treehost::nodes(oAnalyst), "0");
         oHost.passNode("1,2", 0, 3);
@@ -117,7 +117,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1,3", "2", "", "4", ""});
         oHost.announceErrors({Resized});
         oHost.passNode("", 2, 3);
@@ -132,7 +132,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1", ""});
         oHost.announceErrors({Resized});
         oHost.passNode("2,3", 1, 4);
@@ -145,7 +145,7 @@ private Q_SLOTS:
     {
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1", ""});
         oHost.passNode("1,2", 0, 2);
         oHost.announceOutput({"mirta_passNodeHierarchy: passed Array is NULL!"});
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QFETCH(int, iNumNodes);
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1", ""});
         oHost.passNode("5", iNode, iNumNodes);
         QCOMPARE(treehost::nodes(oAnalyst), "0(1)");
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QFETCH(int, iNumNodes);
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passNode("1", iNode, iNumNodes);
         QCOMPARE(treehost::nodes(oAnalyst), "");
         oHost.passHierarchy({"1", ""});
@@ -219,7 +219,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, oSaid);
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1", ""});
         // when
         oHost.announceErrors({"qtutils: a hierarchy of " + oSaid + ", is too large"});
@@ -251,7 +251,7 @@ private Q_SLOTS:
         // given
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
-        start(oHost);
+        treehost::startWithoutTable(oHost);
         oHost.passHierarchy({"1,2", "", ""});
         oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
@@ -266,13 +266,6 @@ private Q_SLOTS:
     }
 
 private:
-    // Without a table the tree has numbers only.
-    static void start(CPlainHost& oHost)
-    {
-        oHost.load();
-        oHost.construct();
-    }
-
     CPrivateServer oServer;
     CScreen oScreen;
 };

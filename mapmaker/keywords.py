@@ -8,7 +8,7 @@ That is TF-IDF with each node taken as one class (c-TF-IDF, Grootendorst 2022), 
 that one long text doesn't decide. Further words are chosen to occur together with the ones before.
 """
 
-from collections.abc import Iterable, Sequence
+from collections.abc import Iterable, Iterator, Sequence
 from typing import NamedTuple
 
 import numpy as np
@@ -28,6 +28,7 @@ FAMILIAR = 0.001
 TOGETHER = 4.0  # weight of co-occurrence in the choice of further keywords
 STEM = 5  # letters that two forms of one word share
 DIGITS = 9
+MOST_WORDS = 1024  # whose pairs are counted at once, in 8 MB
 
 
 class Usage(NamedTuple):
@@ -97,12 +98,34 @@ def meetings(counts: Iterable[csr_matrix], groups: Sequence[Ints]) -> list[Float
     The counts come in batches (b, m). The diagonal has the documents of each word.
     """
     together = [np.zeros((len(group), len(group))) for group in groups]
+    bundles = list(bundled(groups))
     for batch in counts:
         columns = used(batch).tocsc()
-        for group, sums in zip(groups, together):
-            chosen = columns[:, group]
-            sums += (chosen.T @ chosen).toarray()
+        sums = iter(together)
+        for words, members in bundles:
+            chosen = columns[:, words]
+            pairs = (chosen.T @ chosen).toarray()
+            for group in members:
+                places = np.searchsorted(words, group)
+                total = next(sums)
+                total += pairs[np.ix_(places, places)]
     return together
+
+
+def bundled(groups: Sequence[Ints]) -> Iterator[tuple[Ints, list[Ints]]]:
+    """Groups that are counted by one product, in their order, with the words of them all, ascending.
+
+    The product has all pairs of these words, so their number is bounded.
+    """
+    words, members = np.empty(0, dtype=np.int64), list[Ints]()
+    for group in groups:
+        more = np.union1d(words, group)
+        if members and len(more) > MOST_WORDS:
+            yield words, members
+            more, members = np.unique(group), []
+        words = more
+        members.append(group)
+    yield words, members
 
 
 def pair_npmi(together: Floats, documents: int) -> Floats:

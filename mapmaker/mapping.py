@@ -108,11 +108,11 @@ def memberships(
 
 def figures(made: Vectors, trained: SOM, chosen: Sequence[Sequence[str]]) -> dict[str, float]:
     """Quality of a map by name."""
-    points, (grid, models, _) = made.points, trained
+    points, (grid, models, units) = made.points, trained
     return {
-        "quantization error": quality.quantization_error(points, models),
+        "quantization error": quality.quantization_error(points, models, units),
         "topographic error": quality.topographic_error(points, models, grid),
-        "empty nodes": quality.empty_units(points, models),
+        "empty nodes": quality.empty_units(units, grid.units),
         "keyword coherence": quality.coherence(made.words, made.counts, chosen),
         "unique first keywords": quality.unique_first(chosen),
     }

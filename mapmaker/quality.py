@@ -11,14 +11,13 @@ from scipy.sparse import csr_matrix
 
 from mapmaker.keywords import meetings, pair_npmi
 from mapmaker.points import Floats, Ints, Points
-from mapmaker.som import Grid, assign, distances, neighbours, scores
+from mapmaker.som import Grid, distances, neighbours, scores
 
 COHERENCE_WORDS = 3
 
 
-def quantization_error(points: Points, models: Floats) -> float:
-    """Mean distance of the points (n, d) to the nearest model (u, d)."""
-    units = assign(points, models)
+def quantization_error(points: Points, models: Floats, units: Ints) -> float:
+    """Mean distance of the points (n, d) to the model (u, d) of their unit (n), which is the nearest."""
     total = sum(distances(batch, models, units[place]).sum() for place, batch in points.batches())
     return float(total / len(points))
 
@@ -28,14 +27,21 @@ def topographic_error(points: Points, models: Floats, grid: Grid) -> float:
     apart = ~neighbours(grid)
     errors = 0
     for _, batch in points.batches():
-        nearest = np.argsort(scores(batch, models), axis=1, kind="stable")[:, :2]
-        errors += int(apart[nearest[:, 0], nearest[:, 1]].sum())
+        errors += int(apart[nearest_two(scores(batch, models))].sum())
     return errors / len(points)
 
 
-def empty_units(points: Points, models: Floats) -> int:
-    """Number of units that are nearest to no point."""
-    return len(models) - len(np.unique(assign(points, models)))
+def nearest_two(far: Floats) -> tuple[Ints, Ints]:
+    """Columns of the two smallest values of each row (n, u), which are overwritten; the first wins a tie."""
+    rows = np.arange(len(far))
+    nearest: Ints = far.argmin(axis=1)
+    far[rows, nearest] = np.inf
+    return nearest, far.argmin(axis=1)
+
+
+def empty_units(units: Ints, count: int) -> int:
+    """How many of so many units have no document; `units` (n) gives each document's unit."""
+    return count - len(np.unique(units))
 
 
 def first_of_their_kind(counts: Iterable[csr_matrix]) -> Ints:

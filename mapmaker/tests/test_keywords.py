@@ -104,6 +104,22 @@ def test_npmi_of_companions_strangers_and_the_independent() -> None:
     assert values == pytest.approx([1, -1, 0], abs=1e-9)
 
 
+@pytest.mark.parametrize("most", [1, 7, 12, 1000])
+def test_meetings_are_counted_right_however_many_words_go_together(
+    monkeypatch: pytest.MonkeyPatch, most: int
+) -> None:
+    monkeypatch.setattr(keywords, "MOST_WORDS", most)
+    rng = np.random.default_rng(1)
+    said = rng.integers(0, 3, (50, 12))
+    groups = [rng.permutation(12)[:size] for size in (5, 0, 4, 1, 5)]
+    found = keywords.meetings([csr_matrix(said[:30]), csr_matrix(said[30:])], groups)
+    assert len(found) == len(groups)
+    for group, together in zip(groups, found):
+        says = (said[:, group] > 0).astype(int)
+        assert together.tolist() == (says.T @ says).tolist()
+    assert keywords.meetings([csr_matrix(said)], []) == []
+
+
 def test_coherence_ignores_copies_of_a_text() -> None:
     used = csr_matrix(np.array([[1, 1, 1, 0], [0, 0, 0, 1], [1, 0, 0, 1]] + [[1, 1, 1, 0]] * 50, dtype=float))
     words = ["a", "b", "c", "d"]

@@ -34,15 +34,23 @@ def test_a_square_keeps_its_topology() -> None:
     points, grid = square(), Grid(8, 6)
     models = som.train(points, grid, np.random.default_rng(1), QUICK)
     assert quality.topographic_error(points, models, grid) < 0.1
-    assert quality.quantization_error(points, models) < 0.09
-    assert quality.empty_units(points, models) == 0
+    units = som.assign(points, models)
+    assert quality.quantization_error(points, models, units) < 0.09
+    assert quality.empty_units(units, grid.units) == 0
 
 
 def test_untrained_models_are_worse() -> None:
     points, grid = square(), Grid(8, 6)
     first = som.first_models(points, grid)
     trained = som.train(points, grid, np.random.default_rng(1), QUICK)
-    assert quality.quantization_error(points, trained) < quality.quantization_error(points, first)
+    errors = [quality.quantization_error(points, made, som.assign(points, made)) for made in (trained, first)]
+    assert errors[0] < errors[1]
+
+
+def test_a_row_s_two_nearest_are_the_first_of_equals() -> None:
+    far = np.random.default_rng(2).integers(0, 4, (200, 9)).astype(float)
+    expected = np.argsort(far, axis=1, kind="stable")[:, :2]
+    assert np.stack(quality.nearest_two(far.copy()), axis=1).tolist() == expected.tolist()
 
 
 def test_the_seed_decides_the_map() -> None:

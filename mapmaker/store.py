@@ -11,16 +11,15 @@ import os
 import re
 from collections.abc import Iterable, Iterator, Mapping, Sequence
 from contextlib import contextmanager
-from itertools import chain, count
+from itertools import count
 from typing import Any, NamedTuple
 
 import pymysql  # type: ignore[import]
 
-from mapmaker import hostoptions
+from mapmaker import hostoptions, inserts
 from mapmaker.progress import Track, silent
 from mapmaker.sources.document import LONGEST_ADDRESS, Document, is_safe_address
 
-ROWS_PER_INSERT = 500
 SECONDS_TO_WAIT = 60  # for readers that keep a table locked
 LONGEST_NAME = 40  # a table name of the server has up to 64 characters, ours get suffixes
 FILLED, REPLACED = "__new", "__old"
@@ -125,6 +124,8 @@ def connection(environment: Mapping[str, str] = os.environ, autocommit: bool | N
         yield link
     except pymysql.MySQLError as error:
         raise StoreError(f"the server refuses: {one_line(error)}") from error
+    except inserts.RowError as error:
+        raise StoreError(str(error)) from error
     finally:
         link.close()
 
@@ -143,15 +144,6 @@ def document_row(number: int, document: Document) -> tuple[Any, ...]:
         raise StoreError(f"unsafe address {document.url!r} of document {document.title!r}")
     cut = document._replace(**{column: getattr(document, column)[:width] for column, width in WIDTHS.items()})
     return (number, *cut)
-
-
-def insert(cursor: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
-    """Writes rows that give all columns, many in one statement."""
-    for start in range(0, len(rows), ROWS_PER_INSERT):
-        block = rows[start : start + ROWS_PER_INSERT]
-        marks = "(" + ", ".join(["%s"] * len(block[0])) + ")"
-        statement = f"INSERT INTO {table} VALUES " + ", ".join([marks] * len(block))
-        cursor.execute(statement, tuple(chain.from_iterable(block)))
 
 
 def batches(content: Content, track: Track) -> Iterator[tuple[int, list[tuple[Any, ...]]]]:
@@ -174,8 +166,9 @@ def fill(link: Any, names: Names, content: Content, track: Track = silent) -> No
         for name, definition in zip(names.tables(), (DOCUMENT, TRAIN, SOM)):
             cursor.execute(f"DROP TABLE IF EXISTS {name}{FILLED}")
             cursor.execute(definition.format(name + FILLED))
+        longest = inserts.longest_statement(cursor)
         for table, rows in batches(content, track):
-            insert(cursor, names.tables()[table] + FILLED, rows)
+            inserts.insert(cursor, names.tables()[table] + FILLED, rows, longest)
             link.commit()
         cursor.execute("ANALYZE TABLE " + ", ".join(table + FILLED for table in names.tables()))
 

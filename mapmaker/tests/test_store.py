@@ -191,17 +191,3 @@ def test_refusals_of_the_server_are_one_line(server: dict[str, str]) -> None:
     with pytest.raises(store.StoreError, match="^the server refuses: [^\n]*$"):
         with store.connection(server) as link:
             store.swap(link, NAMES._replace(source_database="absent", som_database="absent"))
-
-
-def test_many_rows_go_into_few_statements() -> None:
-    sizes: list[int] = []
-
-    class Cursor:
-        """Counts the values of each statement."""
-
-        def execute(self, statement: str, values: tuple[int, ...]) -> None:
-            assert statement.count("(%s, %s)") == len(values) / 2
-            sizes.append(len(values))
-
-    store.insert(Cursor(), "t", [(number, number) for number in range(1100)])
-    assert sizes == [1000, 1000, 200]

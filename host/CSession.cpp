@@ -29,9 +29,9 @@ constexpr std::size_t nMaxDepth = 16; // of scripts that include each other
 class COpenScript
 {
 public:
-    COpenScript(const std::string& sFile, std::vector<std::filesystem::path>& vOpenFolders)
+    COpenScript(int iStartFolder, const std::string& sFile, std::vector<std::filesystem::path>& vOpenFolders)
         : vFolders(vOpenFolders)
-        , iFile(open(sFile.c_str(), O_RDONLY | O_CLOEXEC))
+        , iFile(openat(iStartFolder, sFile.c_str(), O_RDONLY | O_CLOEXEC))
     {
         if (iFile < 0) {
             throw CError("can't open script \"" + sFile + "\": " + std::strerror(errno));
@@ -58,8 +58,14 @@ private:
 CSession::CSession(CInterpreter& oCarriesOut, CSignals& oNoted)
     : oInterpreter(oCarriesOut)
     , oSignals(oNoted)
+    , iStartFolder(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC))
 {
     oInterpreter.setInclude([this](const std::string& sFile) { includeFile(sFile); });
+}
+
+CSession::~CSession()
+{
+    close(iStartFolder);
 }
 
 bool CSession::stopped() const
@@ -69,7 +75,7 @@ bool CSession::stopped() const
 
 void CSession::runFile(const std::string& sFile)
 {
-    const COpenScript oScript(sFile, vFolders);
+    const COpenScript oScript(iStartFolder, sFile, vFolders);
     runInput(oScript.file(), sFile);
     if (oCheck) {
         oCheck->endScript();

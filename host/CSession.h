@@ -17,8 +17,12 @@ class CSignals;
 class CSession
 {
 public:
-    /// Both must outlive the session. The session serves the interpreter's `.include`.
+    /// Both must outlive the session. The session serves the interpreter's `.include`. Names of scripts are
+    /// taken from what is the working folder now, also when it changes later.
     CSession(CInterpreter& oCarriesOut, CSignals& oNoted);
+    CSession(const CSession&) = delete;
+    CSession& operator=(const CSession&) = delete;
+    ~CSession();
 
     /// Runs a script; throws CError "FILE:LINE: cause" at its first error.
     void runFile(const std::string& sFile);
@@ -51,6 +55,7 @@ private:
 
     CInterpreter& oInterpreter;
     CSignals& oSignals;
+    int iStartFolder;
     std::optional<CCheck> oCheck; ///< only while a script is checked
     std::vector<std::filesystem::path> vFolders; ///< of the scripts that run, the innermost last
 };

@@ -10,7 +10,9 @@
 #include "help.h"
 #include "options.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <string>
 #include <unistd.h>
@@ -54,10 +56,18 @@ int runSources(CSession& oSession, const SOptions& oOptions)
     return iCode;
 }
 
+void enterFolder(const std::string& sFolder)
+{
+    if (!sFolder.empty() && chdir(sFolder.c_str()) != 0) {
+        throw CError("can't enter folder \"" + sFolder + "\": " + std::strerror(errno));
+    }
+}
+
 int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, CSignals& oSignals)
 {
     CInterpreter oInterpreter(oModule, oArena, oSignals, oOptions.vNeededVariables);
     CSession oSession(oInterpreter, oSignals);
+    enterFolder(oOptions.sFolder); // after the session, which looks for scripts where the program was started
     int iCode = 0;
     try {
         iCode = runSources(oSession, oOptions);

@@ -3,18 +3,13 @@
 
 #include "options.h"
 
+#include "places.h"
+
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <map>
 
 namespace {
-
-std::string moduleBesideProgram()
-{
-    std::error_code oIgnored; // without the answer the module is looked for in the current folder
-    return (std::filesystem::read_symlink("/proc/self/exe", oIgnored).parent_path() / "qtutils.so").string();
-}
 
 CLI::Option* addRepeatable(
     CLI::App& oApp, const char* pcName, std::vector<std::string>& vTexts, const char* pcHelp)
@@ -50,11 +45,14 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
     std::vector<std::string> vScripts;
     std::vector<std::string> vCommands;
     std::vector<std::string> vChecks;
-    oOptions.sModule = moduleBesideProgram();
     oOptions.vNeededVariables = {"MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD"};
     oApp.failure_message(&oneLine);
     oApp.set_version_flag("--version", "qtutils-host " QTUTILS_VERSION);
-    oApp.add_option("MODULE", oOptions.sModule, "The module; qtutils.so beside the program when not given");
+    oApp.add_option("MODULE", oOptions.sModule,
+        "The module; when not given, qtutils.so beside the program, or else the installed one");
+    oApp.add_option("--directory", oOptions.sFolder,
+        "Working folder of the module, where it finds its files; when neither this nor MODULE is given, the "
+        "folder of the module's signs. Scripts are looked for in yours all the same");
     const SourceOptions oSources = {
         {addRepeatable(oApp, "--script", vScripts, "Run the statements of this file; repeatable"),
             ESource::eScript},
@@ -79,5 +77,10 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
         return oApp.exit(oError) == 0 ? 0 : iErrorCode;
     }
     oOptions.vSources = inOrder(oApp, oSources);
+    if (oOptions.sModule.empty()) {
+        const SPlace oPlace = defaultPlace();
+        oOptions.sModule = oPlace.sModule;
+        oOptions.sFolder = oOptions.sFolder.empty() ? oPlace.sFolder : oOptions.sFolder;
+    }
     return std::nullopt;
 }

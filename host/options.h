@@ -25,6 +25,7 @@ struct SSource
 struct SOptions
 {
     std::string sModule;
+    std::string sFolder; ///< working folder of the module; empty for the one that the program was started in
     std::vector<SSource> vSources; ///< in the order given
     std::vector<std::string> vNeededVariables;
     double dPatience = 10; ///< seconds

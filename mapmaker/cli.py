@@ -15,7 +15,7 @@ from typing import TypeVar
 import numpy as np
 from tqdm import tqdm
 
-from mapmaker import hierarchy, keywords, mapping, som, store
+from mapmaker import __version__, hierarchy, keywords, mapping, som, store
 from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import exit_code, json_text, text_lines
 from mapmaker.doctor.patient import NameFault
@@ -62,6 +62,7 @@ def bar(items: Iterable[T]) -> Iterable[T]:
 def parser() -> argparse.ArgumentParser:
     """All commands and options."""
     top = argparse.ArgumentParser(prog="mapmaker", description="Makes a self-organizing map of texts.")
+    top.add_argument("--version", action="version", version=f"mapmaker {__version__}")
     commands = top.add_subparsers(dest="command", required=True)
     notes = commands.add_parser("changelogs", help="map the release notes of the installed packages")
     notes.add_argument("--minimum", type=int, default=500, metavar="N", help="fewest documents (500)")

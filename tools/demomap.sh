@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
 #
-# The demo's map, which ./demo and tools/make_pictures.sh share; to be sourced after tools/common.sh. It is made of
-# the release notes of this machine's packages and kept in CACHE.
+# The demo's map, which ./demo, the installed qtutils-demo and tools/make_pictures.sh share; to be sourced after
+# tools/common.sh. It is made of the release notes of this machine's packages and kept in CACHE.
 
 CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/qtutils-demo
 HOST=build-release/qtutils-host
@@ -19,11 +19,29 @@ open_map()
     step "Packages" need_packages "$1"
     step "Configure" cmake --preset release
     step "Build qtutils.so and qtutils-host" cmake --build --preset release --parallel 2 --target qtutils qtutils-host
-    if [[ $2 == yes ]] || ! map_is_complete; then forget_map; fi
+    serve_map "$2"
+}
+
+# serve_map FRESH: the last part of open_map, for a module that is built.
+serve_map()
+{
+    if [[ $1 == yes ]] || ! map_is_complete; then forget_map; fi
     step "Start a private database server" start_server "$CACHE/data"
     map_is_complete || step "Make a map of the release notes" make_map
     : "${XDG_RUNTIME_DIR:=$PRIVATE}"
     export XDG_RUNTIME_DIR
+}
+
+# run_host: opens the window, with a prompt for commands to it.
+# The host reads the terminal, so it is not "guarded"; the kernel ends it with this script all the same.
+run_host()
+{
+    local scripts=(host/scripts/open.qth "$CACHE/hierarchy.qth" host/scripts/{select,colors,read,show}.qth) code=0
+    echo 'Type .help for a list of commands, "show" to open a closed window again, .quit to end the demo.'
+    setpriv --pdeathsig TERM "$HOST" "${scripts[@]/#/--script=}" --interactive "$MODULE" <&0 &
+    CHILDREN+=($!)
+    wait $! || code=$?
+    return "$code"
 }
 
 # The server inherits the lock: it holds until the server has written its data, however this script ends.

@@ -6,9 +6,11 @@
 #include "qtutils/errors.h"
 
 #include <dlfcn.h>
+#include <limits.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <unistd.h>
 
 enum
 {
@@ -71,17 +73,31 @@ static int find_functions(struct module* pModule, const char* pcPath)
     return QTUTILS_OK;
 }
 
-static const char* path_of(const char* pcPath)
+/* The module that is installed with this library; a name for the loader to search for where there is none. */
+static const char* installed_module(char acPath[PATH_MAX])
+{
+    Dl_info oThis;
+    if (dladdr(apcPrototypes, &oThis) == 0 || realpath(oThis.dli_fname, acPath) == NULL)
+        return "qtutils.so";
+    char* pcName = strrchr(acPath, '/') + 1;
+    const size_t nRoom = (size_t)(acPath + PATH_MAX - pcName);
+    if (snprintf(pcName, nRoom, "%s", QTUTILS_MODULE_BESIDE) >= (int)nRoom || access(acPath, F_OK) != 0)
+        return "qtutils.so";
+    return acPath;
+}
+
+static const char* path_of(const char* pcPath, char acInstalled[PATH_MAX])
 {
     const char* pcVariable = getenv("QTUTILS_MODULE");
     if (pcPath != NULL)
         return pcPath;
-    return pcVariable != NULL && pcVariable[0] != '\0' ? pcVariable : "qtutils.so";
+    return pcVariable != NULL && pcVariable[0] != '\0' ? pcVariable : installed_module(acInstalled);
 }
 
 int module_load(const char* pcPath, struct module* pModule)
 {
-    const char* pcFile = path_of(pcPath);
+    char acInstalled[PATH_MAX];
+    const char* pcFile = path_of(pcPath, acInstalled);
     pModule->pLibrary = dlopen(pcFile, RTLD_NOW | RTLD_LOCAL);
     if (pModule->pLibrary == NULL) {
         detail_set("%s", dlerror());

@@ -45,6 +45,7 @@ def folder(tmp_path: Path) -> Path:
 
 def test_every_sample_is_of_a_known_language() -> None:
     assert [name for name, _ in SAMPLES] == [
+        "cmake",
         "c",
         "cpp",
         "python",

@@ -27,8 +27,8 @@ extern "C" {
 
 /* Loads the module and makes the window, hidden at first. There is one window in a process: opening again
    gives a further object of the same one, whatever databases it names.
-   pcModule: the module's file. Null: the one that the environment variable QTUTILS_MODULE names, or else
-   "qtutils.so" as dlopen finds it.
+   pcModule: the module's file. Null: the one that the environment variable QTUTILS_MODULE names, or else the
+   one that is installed with this library, or else "qtutils.so" as dlopen finds it.
    pcSOMDatabase, pcSourceDatabase: names of the map's and the documents' databases on the server that
    MYSQL_HOST, MYSQL_USER and MYSQL_PWD lead to.
    ppBrowser: gets the object, which the caller gives to qtutils_close; null after an error.

@@ -6,8 +6,8 @@
         browser.set_som_table("news_train")
         browser.show()
 
-Loads the kit's C library: the file that the environment variable QTUTILS_NODEBROWSER names, or else
-"libqtutils-nodebrowser.so.0" as the dynamic linker finds it.
+Loads the kit's C library: the file that the environment variable QTUTILS_NODEBROWSER names, or else the one that
+is installed with this package, or else "libqtutils-nodebrowser.so.0" as the dynamic linker finds it.
 """
 
 from .browser import NodeBrowser
@@ -15,3 +15,4 @@ from .errors import Error, ErrorCode
 from .rows import NO_DATE, ColorCallback, Colors, Minutes
 
 __all__ = ["NO_DATE", "ColorCallback", "Colors", "Error", "ErrorCode", "Minutes", "NodeBrowser"]
+__version__ = "0.1.0"

@@ -29,7 +29,8 @@ class NodeBrowser:
     def __init__(
         self, som_database: str, source_database: str, module: str | os.PathLike[str] | None = None
     ) -> None:
-        """Loads the module: a file, or by default the one that the variable QTUTILS_MODULE names, or "qtutils.so"."""
+        """Loads the module: a file, or by default the one that the variable QTUTILS_MODULE names, or the installed
+        one, or "qtutils.so" as the dynamic linker finds it."""
         self._open: ctypes.c_void_p | None = None
         browser = ctypes.c_void_p()
         path = None if module is None else os.fsencode(module)

@@ -5,6 +5,7 @@
 import os
 from ctypes import CDLL, CFUNCTYPE, POINTER, c_char_p, c_float, c_int, c_size_t, c_void_p
 from functools import cache
+from pathlib import Path
 
 FILE = "libqtutils-nodebrowser.so.0"
 
@@ -29,10 +30,16 @@ METHODS = {
 }
 
 
+def file() -> str:
+    """The library's file: the environment's, or else the one that is installed with this package, or else any."""
+    beside = Path(__file__).with_name(FILE)
+    return os.environ.get("QTUTILS_NODEBROWSER") or (str(beside) if beside.exists() else FILE)
+
+
 @cache
 def library() -> CDLL:
     """The library, loaded with the first call. Raises OSError when it can't be found."""
-    loaded = CDLL(os.environ.get("QTUTILS_NODEBROWSER") or FILE)
+    loaded = CDLL(file())
     for name, arguments in METHODS.items():
         function = getattr(loaded, f"qtutils_{name}")
         function.argtypes, function.restype = (c_void_p, *arguments), c_int

@@ -1,0 +1,21 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+"""The installed tree, moved after it was installed, and what its programs need."""
+
+from pathlib import Path
+
+import pytest
+from installed import install
+
+from mapmaker.tests.conftest import server
+from tests.kit.conftest import display, map_server
+
+__all__ = ["display", "map_server", "server"]  # fixtures
+
+
+@pytest.fixture(scope="session")
+def prefix(tmp_path_factory: pytest.TempPathFactory) -> Path:
+    """A prefix with blanks in its name, which is not the one that was installed into."""
+    first = tmp_path_factory.mktemp("install") / "first place"
+    install(first)
+    return first.rename(tmp_path_factory.mktemp("moved") / "second strange place")

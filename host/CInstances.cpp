@@ -8,6 +8,11 @@
 
 #include <algorithm>
 
+void* callConstructor(void* pFunction, void* pHandle, void** ppArguments)
+{
+    return reinterpret_cast<void* (*)(void*, void**)>(pFunction)(pHandle, ppArguments);
+}
+
 void callEntryPoint(void* pFunction, void* pHandle, void** ppArguments)
 {
     reinterpret_cast<void (*)(void*, void**)>(pFunction)(pHandle, ppArguments);
@@ -15,8 +20,7 @@ void callEntryPoint(void* pFunction, void* pHandle, void** ppArguments)
 
 bool CInstances::construct(const CClass& oClass, void** ppArguments)
 {
-    auto* pConstructor = reinterpret_cast<void* (*)(void*, void**)>(oClass.constructor().pFunction);
-    void* pHandle = pConstructor(nullptr, ppArguments);
+    void* pHandle = callConstructor(oClass.constructor().pFunction, nullptr, ppArguments);
     if (pHandle) {
         vInstances.push_back({&oClass, pHandle});
     }

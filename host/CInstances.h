@@ -44,5 +44,8 @@ private:
     std::vector<SInstance> vInstances;
 };
 
+/// Calls a constructor, which is `void* (void* pHandle, void** ppArgs)`; returns the handle.
+void* callConstructor(void* pFunction, void* pHandle, void** ppArguments);
+
 /// Calls an entry point other than a constructor: `void (void* pHandle, void** ppArgs)`.
 void callEntryPoint(void* pFunction, void* pHandle, void** ppArguments);

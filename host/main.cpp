@@ -5,6 +5,7 @@
 #include "CError.h"
 #include "CInterpreter.h"
 #include "CModule.h"
+#include "CReplay.h"
 #include "CSession.h"
 #include "CSignals.h"
 #include "help.h"
@@ -14,44 +15,66 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <string>
 #include <unistd.h>
 
 namespace {
 
-// Runs one source; false when a checked script's answers differ.
-bool runSource(CSession& oSession, const SSource& oSource, double dPatience, int& iCommand)
+// What every source of statements or calls needs.
+struct SRun
+{
+    const CModule& oModule;
+    const SOptions& oOptions;
+    CArena& oArena;
+    CSignals& oSignals;
+    CSession& oSession;
+    std::filesystem::path oStart; ///< the folder that the program was started in
+};
+
+// The name of a recording as the working folder needs it.
+std::string recording(const SRun& oRun, const std::string& sName)
+{
+    return oRun.oOptions.sFolder.empty() ? sName : (oRun.oStart / sName).string();
+}
+
+// Runs one source; false when the answers of a checked script or a recording differ.
+bool runSource(const SRun& oRun, const SSource& oSource, int& iCommand)
 {
     switch (oSource.eType) {
     case ESource::eScript:
-        oSession.runFile(oSource.sText);
+        oRun.oSession.runFile(oSource.sText);
         return true;
     case ESource::eCommand:
-        oSession.runText(oSource.sText, "command " + std::to_string(++iCommand));
+        oRun.oSession.runText(oSource.sText, "command " + std::to_string(++iCommand));
         return true;
     case ESource::eCheck:
-        return oSession.checkFile(oSource.sText, dPatience);
+        return oRun.oSession.checkFile(oSource.sText, oRun.oOptions.dPatience);
+    case ESource::eReplay:
+        return CReplay(oRun.oModule, oRun.oArena, oRun.oSignals, oRun.oOptions.dPatience)
+            .run(recording(oRun, oSource.sText), oRun.oOptions.vNeededVariables);
     }
     return true;
 }
 
 // Returns the exit code.
-int runSources(CSession& oSession, const SOptions& oOptions)
+int runSources(const SRun& oRun)
 {
     int iCommand = 0;
     int iCode = 0;
+    const SOptions& oOptions = oRun.oOptions;
     for (const SSource& oSource : oOptions.vSources) {
-        if (oSession.stopped()) {
+        if (oRun.oSession.stopped()) {
             return iCode;
         }
-        if (!runSource(oSession, oSource, oOptions.dPatience, iCommand)) {
+        if (!runSource(oRun, oSource, iCommand)) {
             iCode = iDifferenceCode;
         }
     }
     if (oOptions.bInteractive || (oOptions.vSources.empty() && isatty(STDIN_FILENO))) {
-        oSession.runPrompt();
+        oRun.oSession.runPrompt();
     } else if (oOptions.vSources.empty()) {
-        oSession.runInput(STDIN_FILENO, "standard input");
+        oRun.oSession.runInput(STDIN_FILENO, "standard input");
     }
     return iCode;
 }
@@ -67,10 +90,11 @@ int runModule(const CModule& oModule, const SOptions& oOptions, CArena& oArena, 
 {
     CInterpreter oInterpreter(oModule, oArena, oSignals, oOptions.vNeededVariables);
     CSession oSession(oInterpreter, oSignals);
+    const SRun oRun{oModule, oOptions, oArena, oSignals, oSession, std::filesystem::current_path()};
     enterFolder(oOptions.sFolder); // after the session, which looks for scripts where the program was started
     int iCode = 0;
     try {
-        iCode = runSources(oSession, oOptions);
+        iCode = runSources(oRun);
     } catch (const CError& oError) {
         printError(oError.located() ? oError.what() : std::string("qtutils-host: ") + oError.what());
         iCode = iErrorCode;

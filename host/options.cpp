@@ -45,6 +45,7 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
     std::vector<std::string> vScripts;
     std::vector<std::string> vCommands;
     std::vector<std::string> vChecks;
+    std::vector<std::string> vReplays;
     oOptions.vNeededVariables = {"MYSQL_HOST", "MYSQL_USER", "MYSQL_PWD"};
     oApp.failure_message(&oneLine);
     oApp.set_version_flag("--version", "qtutils-host " QTUTILS_VERSION);
@@ -60,9 +61,12 @@ std::optional<int> parseOptions(int iArguments, char** ppcArguments, SOptions& o
         {addRepeatable(oApp, "--check", vChecks,
              "Run this file and compare what is printed with the answers written in it; repeatable"),
             ESource::eCheck},
+        {addRepeatable(oApp, "--replay", vReplays,
+             "Make the calls of this recording of qtutils-trace again and compare the answers; repeatable"),
+            ESource::eReplay},
     };
     oApp.add_option("--wait", oOptions.dPatience,
-            "Longest wait of --check for an answer that is not printed yet, in seconds; 10 when not given")
+            "Longest wait of --check and --replay for an answer, in seconds; 10 when not given")
         ->check(CLI::Range(0.0, 1e6));
     oApp.add_flag("--interactive", oOptions.bInteractive, "Go on with the prompt after scripts and commands");
     oApp.add_flag("--list", oOptions.bList, "Print classes, symbols and prototypes, and end");

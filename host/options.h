@@ -12,13 +12,14 @@ enum class ESource
     eScript,
     eCommand,
     eCheck, ///< a script whose answers are compared
+    eReplay, ///< a recording whose calls are made again
 };
 
 /// A script or command text of the command line.
 struct SSource
 {
     ESource eType;
-    std::string sText; ///< name of the script, or the command text
+    std::string sText; ///< name of the file, or the command text
 };
 
 /// What the command line asks for.
@@ -33,7 +34,7 @@ struct SOptions
     bool bList = false;
 };
 
-/// Exit code when a checked script printed something else than is written in it.
+/// Exit code when a checked script or a recording had other answers.
 constexpr int iDifferenceCode = 1;
 
 /// Exit code of every error.

@@ -13,6 +13,7 @@ PAGES = ("mapmaker.1", "qtutils-demo.1", "qtutils-host.1")
 APPLICATION = "org.qtutils.Demo"
 WANTED = {
     f"{LIBRARIES}/qtutils/qtutils.so",
+    f"{LIBRARIES}/qtutils/qtutils-trace.so",
     f"{LIBRARIES}/libqtutils-nodebrowser.so",
     f"{LIBRARIES}/libqtutils-nodebrowser.so.0",
     f"{LIBRARIES}/libqtutils-nodebrowser.so.{VERSION}",
@@ -73,6 +74,7 @@ def test_no_text_names_the_folders_of_the_build_and_of_the_sources(prefix: Path)
 def test_libraries_look_nowhere_but_in_the_usual_places(prefix: Path) -> None:
     for name in (
         f"{LIBRARIES}/qtutils/qtutils.so",
+        f"{LIBRARIES}/qtutils/qtutils-trace.so",
         f"{LIBRARIES}/libqtutils-nodebrowser.so",
         "bin/qtutils-host",
     ):

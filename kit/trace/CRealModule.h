@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The qtutils developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "host/CPrototype.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+/// Constructor, destructor and methods; the numbers of their places in CRealModule.
+enum EFunction
+{
+    Construct,
+    Free,
+    Select,
+    GetNumRows,
+    FillDate,
+    DateToInt,
+    SetRowColors,
+    MarkRow,
+    GetFirstDateInFrame,
+    GetFirstDateInSelection,
+    PassNodeHierarchy,
+    SetSOMTable,
+    HideTable,
+    Show,
+    NumFunctions
+};
+
+/// One function of the module that is traced.
+struct SFunction
+{
+    std::string sSymbol;
+    std::optional<CPrototype> oPrototype; ///< from the module's descriptor
+    void* pFunction = nullptr; ///< null when the module doesn't have it
+};
+
+/// The module that the calls are passed on to. Never closed, as it never leaves the memory itself.
+class CRealModule
+{
+public:
+    /// Loads what QTUTILS_TRACE_MODULE names, or else "qtutils.so" beside the tracer. When that fails, says
+    /// why in one line on standard error; there are no functions then.
+    CRealModule();
+
+    [[nodiscard]] const std::string& path() const { return sPath; }
+    [[nodiscard]] const SFunction& function(EFunction eFunction) const { return aoFunctions.at(eFunction); }
+
+    /// A symbol of the module; null when there is none.
+    [[nodiscard]] void* symbol(const char* pcName) const;
+
+private:
+    void load();
+    void readDescriptor(const char* const* ppcDescriptor);
+
+    std::string sPath;
+    void* pLibrary = nullptr;
+    std::array<SFunction, NumFunctions> aoFunctions;
+};

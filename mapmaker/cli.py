@@ -15,22 +15,18 @@ from typing import TypeVar
 import numpy as np
 from tqdm import tqdm
 
-from mapmaker import __version__, hierarchy, keywords, mapping, som, store
+from mapmaker import clusters, head, hierarchy, keywords, mapping, som, store
 from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import exit_code, json_text, text_lines
-from mapmaker.doctor.patient import NameFault
+from mapmaker.hostnames import HostNames, NameFault
+from mapmaker.options import UsageError, check, parser
 from mapmaker.sources import changelogs, sample
 from mapmaker.sources.document import Document, SourceError
-from mapmaker.spool import BATCH, Spool, spooled
+from mapmaker.spool import Spool, spooled
 
 T = TypeVar("T")
 
 FAILED = 2
-FEWEST = 20  # documents a map can be made of
-
-
-class UsageError(Exception):
-    """An option makes no sense; the message is one line."""
 
 
 class Steps:
@@ -57,68 +53,6 @@ def bar(items: Iterable[T]) -> Iterable[T]:
     """A progress bar over a loop, if there is a terminal."""
     shown: Iterable[T] = tqdm(items, leave=False, disable=not sys.stderr.isatty())
     return shown
-
-
-def parser() -> argparse.ArgumentParser:
-    """All commands and options."""
-    top = argparse.ArgumentParser(prog="mapmaker", description="Makes a self-organizing map of texts.")
-    top.add_argument("--version", action="version", version=f"mapmaker {__version__}")
-    commands = top.add_subparsers(dest="command", required=True)
-    notes = commands.add_parser("changelogs", help="map the release notes of the installed packages")
-    notes.add_argument("--minimum", type=int, default=500, metavar="N", help="fewest documents (500)")
-    notes.add_argument("--or-sample", action="store_true", help="make the sample if there are fewer")
-    invented = commands.add_parser("sample", help="map a seeded collection of invented texts")
-    for command in (notes, invented):
-        add_common_options(command)
-    looked_at = commands.add_parser("doctor", help="look at a database before a host uses it; writes nothing")
-    looked_at.add_argument("table", metavar="TABLE", help="table of assignments that the host will name")
-    looked_at.add_argument("--json", action="store_true", help="print the findings as JSON")
-    add_databases(looked_at)
-    return top
-
-
-def add_databases(command: argparse.ArgumentParser) -> None:
-    """Names of the databases."""
-    add = command.add_argument
-    add("--som-database", default="som", metavar="NAME", help="database of the map (som)")
-    add("--source-database", default="texts", metavar="NAME", help="database of the documents (texts)")
-
-
-def add_common_options(command: argparse.ArgumentParser) -> None:
-    """Options of the commands that make maps."""
-    add_databases(command)
-    add = command.add_argument
-    add("--root", default="/usr/share/doc", metavar="FOLDER", help="folder of the packages' documentation")
-    add("--documents", type=int, default=2000, metavar="N", help="size of the sample (2000)")
-    add("--name", metavar="NAME", help="prefix of the map's tables (the command)")
-    add("--script", metavar="FILE", help="write the hierarchy script for the host program")
-    add("--report", metavar="FILE", help="write the quality figures as JSON")
-    add("--seed", type=int, default=1, metavar="N", help="the same seed makes the same map (1)")
-    add("--width", type=int, metavar="N", help="columns of the grid (by number of documents)")
-    add("--height", type=int, metavar="N", help="rows of the grid (by number of documents)")
-    add(
-        "--branch-documents", type=int, default=200, metavar="N", help="most documents of an inner node (200)"
-    )
-    add("--batch", type=int, default=BATCH, metavar="N", help=f"documents in memory at once ({BATCH})")
-
-
-def check(options: argparse.Namespace) -> None:
-    """Raises UsageError for numbers out of range."""
-    least = {
-        "documents": FEWEST,
-        "minimum": FEWEST,
-        "seed": 0,
-        "width": 2,
-        "height": 2,
-        "branch_documents": 1,
-        "batch": 1,
-    }
-    for name, bound in least.items():
-        value = getattr(options, name, None)
-        if value is not None and value < bound:
-            raise UsageError(f"--{name.replace('_', '-')} must be at least {bound}")
-    if (options.width is None) != (options.height is None):
-        raise UsageError("--width and --height belong together")
 
 
 def documents(options: argparse.Namespace) -> tuple[Spool[list[Document]], int]:
@@ -188,11 +122,22 @@ def report_lines(options: argparse.Namespace, numbers: dict[str, float], steps: 
     return json.dumps(report, indent=2).splitlines()
 
 
+def host_names(options: argparse.Namespace) -> HostNames:
+    """The tables as a host names them."""
+    return HostNames(options.som_database, options.source_database, options.table)
+
+
+def link_head(options: argparse.Namespace) -> None:
+    """Makes the links of a head."""
+    with store.connection() as link:
+        made = head.link_tables(link, host_names(options), options.server)
+    say(f"{', '.join(made)}: linked to {options.server}")
+
+
 def look(options: argparse.Namespace) -> int:
     """Prints what is wrong with a database; the exit code tells the worst of it."""
-    names = (options.som_database, options.source_database, options.table)
     with store.connection(autocommit=None) as link:
-        findings = examine(link, store.settings(os.environ)["host"], *names, track=bar)
+        findings = examine(link, store.settings(os.environ)["host"], host_names(options), track=bar)
     say(json_text(findings) if options.json else "\n".join(text_lines(findings)))
     return exit_code(findings)
 
@@ -203,8 +148,9 @@ def run(options: argparse.Namespace) -> None:
     names = store.Names(options.source_database, options.som_database, options.name or options.command)
     names.check()
     steps = Steps()
-    with store.connection():  # fail before the work, not after
-        pass
+    others = clusters.places(options.wait_for)
+    with store.connection() as link, clusters.home(link, options, os.environ):
+        pass  # fail before the work, not after
     with steps.step("reading"):
         texts, number = documents(options)
     say(f"{number} documents")
@@ -213,17 +159,20 @@ def run(options: argparse.Namespace) -> None:
         f"Hierarchy of the map {names.name}, made by: mapmaker {options.command} --seed {options.seed}",
         f"{number} documents, {len(nodes)} nodes",
     ]
-    with store.connection() as link:
+    with store.connection() as link, clusters.home(link, options, os.environ) as home:
         with steps.step("storing"):
-            store.fill(link, names, content, bar)
+            store.fill(link, names, content, bar, home)
         texts_of = {
             options.script: hierarchy.script_lines(nodes, about),
             options.report: report_lines(options, numbers, steps),
         }
         with replaced_files({path: lines for path, lines in texts_of.items() if path}):
-            store.swap(link, names)
+            store.swap(link, names.tables())
+            late = clusters.late(link, options.cluster, others, names.tables()[2], os.environ)
     for name, value in numbers.items():
         say(f"{name}: {value:.4g}")
+    if late:
+        raise store.StoreError(f"the map is stored, but not everywhere yet: {'; '.join(late)}")
 
 
 def main(arguments: Sequence[str]) -> int:
@@ -232,7 +181,7 @@ def main(arguments: Sequence[str]) -> int:
     try:
         if options.command == "doctor":
             return look(options)
-        run(options)
+        (link_head if options.command == "head" else run)(options)
     except (UsageError, NameFault, SourceError, store.StoreError) as error:
         print(f"mapmaker: {error}", file=sys.stderr)
     except OSError as error:

@@ -14,19 +14,16 @@ class RowError(Exception):
     """A row is too long for the server; the message is one line."""
 
 
-def longest_statement(cursor: Any) -> int:
-    """Bytes that a statement may have by the server's max_allowed_packet."""
-    cursor.execute("SELECT @@max_allowed_packet")
-    return int(cursor.fetchone()[0]) - COMMAND
-
-
-def insert(cursor: Any, table: str, rows: Sequence[tuple[Any, ...]], longest: int) -> None:
-    """Writes rows that give all columns. Raises RowError for one that doesn't fit into `longest` bytes."""
-    if rows:
-        marks = "(" + ", ".join(["%s"] * len(rows[0])) + ")"
+def insert(link: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
+    """Writes rows that give all columns, and commits. Raises RowError for one that the server never takes."""
+    with link.cursor() as cursor:
+        cursor.execute("SELECT @@max_allowed_packet")
+        longest = int(cursor.fetchone()[0]) - COMMAND
+        marks = "(" + ", ".join(["%s"] * len(rows[0])) + ")" if rows else ""
         values = (cursor.mogrify(marks, row).encode("utf-8", "surrogateescape") for row in rows)
         for statement in statements(f"INSERT INTO {table} VALUES ".encode(), values, longest):
             cursor.execute(statement)
+    link.commit()
 
 
 def statements(start: bytes, values: Iterable[bytes], longest: int) -> Iterator[bytes]:

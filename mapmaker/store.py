@@ -12,7 +12,7 @@ import re
 from collections.abc import Iterable, Iterator, Mapping, Sequence
 from contextlib import contextmanager
 from itertools import count
-from typing import Any, NamedTuple
+from typing import Any, NamedTuple, Protocol
 
 import pymysql  # type: ignore[import]
 
@@ -24,7 +24,9 @@ SECONDS_TO_WAIT = 60  # for readers that keep a table locked
 LONGEST_NAME = 40  # a table name of the server has up to 64 characters, ours get suffixes
 FILLED, REPLACED = "__new", "__old"
 
-DOCUMENT = f"""CREATE TABLE {{}} (
+INNODB = "ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"
+
+DOCUMENT = f"""(
     `id` INT NOT NULL PRIMARY KEY,
     `date` DATETIME NOT NULL,
     `title` VARCHAR(255) NOT NULL,
@@ -33,23 +35,24 @@ DOCUMENT = f"""CREATE TABLE {{}} (
     `author` VARCHAR(255) NOT NULL,
     `urgency` VARCHAR(32) NOT NULL,
     `package` VARCHAR(255) NOT NULL
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+)"""
 WIDTHS = {"title": 255, "author": 255, "urgency": 32, "package": 255}
 
-TRAIN = """CREATE TABLE {} (
+TRAIN = """(
     node INT NOT NULL,
     dist DOUBLE NOT NULL,
     item INT NOT NULL,
     PRIMARY KEY (node, item)
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+)"""
 
 # Readers take the k-th row as node k without asking for an order. InnoDB keeps rows in the order of the
-# primary key; another index that covers the columns would spoil that, so there must be none.
-SOM = """CREATE TABLE {} (
+# primary key; another index that covers the columns would spoil that, so there must be none. The nodes' numbers
+# are written, because a cluster leaves gaps in numbers of its own (AUTO_INCREMENT).
+SOM = """(
     node INT NOT NULL PRIMARY KEY,
     _assigned_topic INT,
     _keywords TEXT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4"""
+)"""
 
 
 class StoreError(Exception):
@@ -83,6 +86,28 @@ class Content(NamedTuple):
     documents: Iterable[Sequence[Document]]
     memberships: Iterable[Sequence[tuple[int, float, int]]]  # node, distance, document
     nodes: Sequence[tuple[int, str]]  # topic, keywords
+
+
+class Home(Protocol):
+    """Where the documents of a new map go."""
+
+    def prepare(self, link: Any, names: Names) -> str:
+        """Makes what the table of documents needs, and gives its definition: what follows its name."""
+
+    def write(self, link: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
+        """Adds documents to the table."""
+
+
+class SameServer:
+    """Documents in the server of the map."""
+
+    def prepare(self, link: Any, names: Names) -> str:
+        """A plain table."""
+        return f"{DOCUMENT} {INNODB}"
+
+    def write(self, link: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
+        """Adds documents to the table."""
+        inserts.insert(link, table, rows)
 
 
 def settings(environment: Mapping[str, str]) -> dict[str, Any]:
@@ -130,6 +155,21 @@ def connection(environment: Mapping[str, str] = os.environ, autocommit: bool | N
         link.close()
 
 
+@contextmanager
+def other_server(title: str, place: Mapping[str, Any], environment: Mapping[str, str]) -> Iterator[Any]:
+    """A connection to another server at this host and port, or socket, as the same user and with the same TLS."""
+    parameters = settings(environment)
+    parameters.pop("unix_socket", None)
+    try:
+        link = pymysql.connect(**{**parameters, **place}, charset="utf8mb4", autocommit=False)
+    except pymysql.MySQLError as error:
+        raise StoreError(f"no connection to {title}: {one_line(error)}") from error
+    try:
+        yield link
+    finally:
+        link.close()
+
+
 def one_line(error: Exception) -> str:
     """The text of a server's error in one line."""
     return " ".join(str(error.args[-1] if error.args else error).split())
@@ -156,21 +196,22 @@ def batches(content: Content, track: Track) -> Iterator[tuple[int, list[tuple[An
     yield 2, [(number, *node) for number, node in enumerate(content.nodes)]
 
 
-def fill(link: Any, names: Names, content: Content, track: Track = silent) -> None:
+def fill(link: Any, names: Names, content: Content, track: Track = silent, home: Home = SameServer()) -> None:
     """Writes the new tables beside those in use. Creates the databases where they are missing."""
     names.check()
+    tables = [table + FILLED for table in names.tables()]
     with link.cursor() as cursor:
         cursor.execute(f"SET SESSION lock_wait_timeout = {SECONDS_TO_WAIT}")
         for database in sorted({names.source_database, names.som_database}):
             create_database(cursor, database)
-        for name, definition in zip(names.tables(), (DOCUMENT, TRAIN, SOM)):
-            cursor.execute(f"DROP TABLE IF EXISTS {name}{FILLED}")
-            cursor.execute(definition.format(name + FILLED))
-        longest = inserts.longest_statement(cursor)
-        for table, rows in batches(content, track):
-            inserts.insert(cursor, names.tables()[table] + FILLED, rows, longest)
-            link.commit()
-        cursor.execute("ANALYZE TABLE " + ", ".join(table + FILLED for table in names.tables()))
+        definitions = (home.prepare(link, names), f"{TRAIN} {INNODB}", f"{SOM} {INNODB}")
+        for table, definition in zip(tables, definitions):
+            cursor.execute(f"DROP TABLE IF EXISTS {table}")
+            cursor.execute(f"CREATE TABLE {table} {definition}")
+    for number, rows in batches(content, track):
+        (home.write if number == 0 else inserts.insert)(link, tables[number], rows)
+    with link.cursor() as cursor:
+        cursor.execute("ANALYZE TABLE " + ", ".join(tables))
 
 
 def create_database(cursor: Any, database: str) -> None:
@@ -185,11 +226,11 @@ def found(cursor: Any, condition: str, values: tuple[str, ...]) -> bool:
     return bool(cursor.fetchone()[0])
 
 
-def swap(link: Any, names: Names) -> None:
+def swap(link: Any, tables: Iterable[str]) -> None:
     """Puts the filled tables in the place of the old ones, all at once, and drops the old."""
     moves, old = [], []
     with link.cursor() as cursor:
-        for table in names.tables():
+        for table in tables:
             cursor.execute(f"DROP TABLE IF EXISTS {table}{REPLACED}")
             if found(cursor, "TABLES WHERE table_schema = %s AND table_name = %s", tuple(table.split("."))):
                 moves.append(f"{table} TO {table}{REPLACED}")

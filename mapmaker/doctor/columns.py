@@ -6,7 +6,8 @@
 from collections.abc import Iterator
 
 from mapmaker.doctor.finding import Finding, Severity
-from mapmaker.doctor.patient import PLAIN_NAME, Patient, Table
+from mapmaker.doctor.patient import Patient, Table
+from mapmaker.hostnames import PLAIN_NAME
 
 NEEDED = {
     "assignment": (("node", "dist", "item"), "no node has documents"),

@@ -8,6 +8,7 @@ from typing import Any
 from mapmaker.doctor import addresses, columns, dates, indices, keywordrows, rights, server, texts
 from mapmaker.doctor.finding import Finding
 from mapmaker.doctor.patient import Patient
+from mapmaker.hostnames import HostNames
 from mapmaker.progress import Track, silent
 
 CHECKS = (
@@ -22,12 +23,10 @@ CHECKS = (
 )
 
 
-def examine(
-    link: Any, host: str, som_database: str, source_database: str, table: str, track: Track = silent
-) -> list[Finding]:
+def examine(link: Any, host: str, names: HostNames, track: Track = silent) -> list[Finding]:
     """What is wrong with the database of a window; `host` is where the connection leads.
 
     Raises NameFault for bad names, and the server's own error when the connection is lost.
     """
-    patient = Patient(link, host, som_database, source_database, table)
+    patient = Patient(link, host, names)
     return [finding for check in track(CHECKS) for finding in check(patient)]

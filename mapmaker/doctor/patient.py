@@ -3,16 +3,11 @@
 
 """The database that is looked at: its tables as the window would use them. Nothing here writes."""
 
-import re
 from typing import Any, NamedTuple
 
 import pymysql  # type: ignore[import]
 
-PLAIN_NAME = re.compile(r"[A-Za-z0-9_$]{1,64}")
-
-
-class NameFault(Exception):
-    """A name that the window could not use without quotes; the message is one line."""
+from mapmaker.hostnames import HostNames
 
 
 class Column(NamedTuple):
@@ -52,17 +47,14 @@ class Table:
 class Patient:
     """The database of a window, by the names that a host gives it. The connection stays the caller's."""
 
-    def __init__(self, link: Any, host: str, som_database: str, source_database: str, table: str) -> None:
+    def __init__(self, link: Any, host: str, names: HostNames) -> None:
         """Reads which columns there are. Raises NameFault for names that need quotes."""
-        for name in (som_database, source_database, table):
-            if not PLAIN_NAME.fullmatch(name):
-                raise NameFault(f"bad name {name!r}: only A-Z, a-z, 0-9, _ and $ and up to 64 characters")
+        names.check()
         self.link = link
         self.host = host
-        keywords = table.removesuffix("train") + "som" if table.endswith("train") else table
-        self.assignment = Table(som_database, table)
-        self.keywords = Table(som_database, keywords)
-        self.documents = Table(source_database, "document")
+        self.assignment = Table(names.som_database, names.table)
+        self.keywords = Table(names.som_database, names.keyword_table)
+        self.documents = Table(names.source_database, "document")
         self.rows("SET SESSION TRANSACTION READ ONLY")
         self.look(self.assignment, ("node", "dist", "item"))
         self.look(self.keywords, ("_assigned_topic", "_keywords"))

@@ -11,6 +11,7 @@ from typing import Any
 from mapmaker import store
 from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import Finding
+from mapmaker.hostnames import HostNames
 
 READER = "window"
 GOOD = """
@@ -61,7 +62,7 @@ def reader(server: dict[str, str]) -> dict[str, str]:
 def findings(environment: dict[str, str], host: str = "localhost", table: str = "t_train") -> list[Finding]:
     """What the doctor says."""
     with store.connection(environment, autocommit=None) as link:
-        return examine(link, host, "ill_map", "ill_texts", table)
+        return examine(link, host, HostNames("ill_map", "ill_texts", table))
 
 
 def codes(found: list[Finding]) -> list[str]:

@@ -142,4 +142,4 @@ def test_a_map_with_an_unsafe_address_is_not_stored(server: dict[str, str]) -> N
     with pytest.raises(store.StoreError, match="^unsafe address 'http://a/\";x;\"' of document 'bad'$"):
         with store.connection(server) as link:
             store.fill(link, names, content)
-            store.swap(link, names)
+            store.swap(link, names.tables())

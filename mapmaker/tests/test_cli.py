@@ -15,7 +15,7 @@ import pytest
 
 from mapmaker import cli
 from mapmaker.sources import sample
-from mapmaker.tests.conftest import connect
+from mapmaker.tests.privateserver import connect
 
 TOP = Path(__file__).parents[2]
 

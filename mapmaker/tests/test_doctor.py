@@ -7,7 +7,8 @@ from typing import Any
 
 import pytest
 
-from mapmaker.doctor import patient, texts
+from mapmaker import hostnames
+from mapmaker.doctor import texts
 from mapmaker.tests.doctorbase import codes, findings, reader, run
 
 DROP_ID_KEY = "ALTER TABLE ill_texts.document DROP PRIMARY KEY"
@@ -126,31 +127,16 @@ def test_long_texts_and_heavy_nodes_are_found(
 
 
 def test_a_table_without_train_is_its_own_keyword_table() -> None:
-    class Link:
-        """Answers nothing."""
-
-        def cursor(self) -> "Link":
-            return self
-
-        def __enter__(self) -> "Link":
-            return self
-
-        def __exit__(self, *_: object) -> None:
-            pass
-
-        def execute(self, *_: object) -> None:
-            pass
-
-        def fetchall(self) -> list[tuple[object, ...]]:
-            return []
-
-    names = [
-        patient.Patient(Link(), "h", "m", "t", name).keywords.full_name for name in ("a_train", "train", "a")
+    names = [hostnames.HostNames("m", "t", name) for name in ("a_train", "train", "a", "a_Train")]
+    assert [name.tables() for name in names] == [
+        ("t.document", "m.a_train", "m.a_som"),
+        ("t.document", "m.train", "m.som"),
+        ("t.document", "m.a"),
+        ("t.document", "m.a_Train"),
     ]
-    assert names == ["m.a_som", "m.som", "m.a"]
 
 
 @pytest.mark.parametrize("name", ["", "a b", "a;b", "a`b", "a.b", "x" * 65, "a\n"])
 def test_names_that_need_quotes_are_refused(server: dict[str, str], admin: Any, name: str) -> None:
-    with pytest.raises(patient.NameFault, match="^bad name [^\n]*$"):
+    with pytest.raises(hostnames.NameFault, match="^bad name [^\n]*$"):
         findings(reader(server), table=name)

@@ -14,6 +14,7 @@ from mapmaker import cli, store
 from mapmaker.doctor import patient
 from mapmaker.doctor import server as server_checks
 from mapmaker.doctor.finding import Severity, exit_code
+from mapmaker.hostnames import HostNames
 from mapmaker.tests.doctorbase import READER, codes, findings, global_setting, reader, run
 
 
@@ -150,7 +151,7 @@ def test_only_reading_statements_reach_the_server(admin: Any, as_reader: list[st
 
 def test_a_look_could_not_write_even_with_all_rights(server: dict[str, str], admin: Any) -> None:
     with store.connection(server, autocommit=None) as link:
-        looked_at = patient.Patient(link, "localhost", "ill_map", "ill_texts", "t_train")
+        looked_at = patient.Patient(link, "localhost", HostNames("ill_map", "ill_texts", "t_train"))
         link.rollback()
         with pytest.raises(Exception, match="READ ONLY transaction"):
             looked_at.rows("DELETE FROM ill_map.t_som")

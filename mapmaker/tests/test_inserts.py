@@ -9,7 +9,8 @@ from typing import Any
 import pytest
 
 from mapmaker import inserts, store
-from mapmaker.tests.conftest import connect, document
+from mapmaker.tests.conftest import document
+from mapmaker.tests.privateserver import connect
 from mapmaker.tests.doctorbase import global_setting
 
 NAMES = store.Names("long_texts", "long_map", "long")
@@ -68,7 +69,7 @@ def test_a_server_that_takes_little_gets_little_at_once(
     content = long_map(length)
     with store.connection(server) as link:
         store.fill(link, NAMES, content)
-        store.swap(link, NAMES)
+        store.swap(link, NAMES.tables())
     narrow.rollback()
     with narrow.cursor() as cursor:
         cursor.execute("SELECT text FROM long_texts.document ORDER BY id")

@@ -10,7 +10,7 @@ from typing import Any
 
 import pytest
 
-from mapmaker.tests.conftest import connect
+from mapmaker.tests.privateserver import connect
 from mapmaker.tests.doctorbase import run
 
 PAGE = (Path(__file__).parents[2] / "docs" / "database.md").read_text(encoding="utf-8")

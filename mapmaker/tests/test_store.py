@@ -10,7 +10,8 @@ from typing import Any
 import pytest
 
 from mapmaker import store
-from mapmaker.tests.conftest import connect, document
+from mapmaker.tests.conftest import document
+from mapmaker.tests.privateserver import connect
 
 NAMES = store.Names("notes_texts", "notes_map", "notes")
 READER = (
@@ -34,7 +35,7 @@ def store_map(environment: dict[str, str], rows: store.Content) -> None:
     """Fills and swaps."""
     with store.connection(environment) as link:
         store.fill(link, NAMES, rows)
-        store.swap(link, NAMES)
+        store.swap(link, NAMES.tables())
 
 
 @pytest.fixture
@@ -114,7 +115,7 @@ def test_a_reader_sees_the_old_map_until_the_swap(server: dict[str, str], reader
         store.fill(link, NAMES, content("b"))
         assert ask(reader, "SELECT _keywords FROM notes_som LIMIT 1") == [("a0",)]
         reader.rollback()
-        store.swap(link, NAMES)
+        store.swap(link, NAMES.tables())
     assert ask(reader, "SELECT _keywords FROM notes_som LIMIT 1") == [("b0",)]
 
 
@@ -190,4 +191,4 @@ def test_a_missing_certificate_is_one_line(tmp_path: Path) -> None:
 def test_refusals_of_the_server_are_one_line(server: dict[str, str]) -> None:
     with pytest.raises(store.StoreError, match="^the server refuses: [^\n]*$"):
         with store.connection(server) as link:
-            store.swap(link, NAMES._replace(source_database="absent", som_database="absent"))
+            store.swap(link, NAMES._replace(source_database="absent", som_database="absent").tables())

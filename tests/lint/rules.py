@@ -7,7 +7,9 @@ import subprocess
 from collections.abc import Iterable, Iterator, Mapping, Set
 from pathlib import Path
 
+# REUSE-IgnoreStart
 HEADER = ("SPDX-FileCopyrightText: The qtutils developers", "SPDX-License-Identifier: MIT")
+# REUSE-IgnoreEnd
 HEADER_PLACE = 400  # characters from the beginning
 LIMITS = {".h": 120, ".cpp": 300, ".c": 300, ".py": 300, ".sh": 300, "": 300}
 REASON = re.compile(r"(//|#|/\*).*\bwait-reason:\s*\S")

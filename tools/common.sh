@@ -13,6 +13,7 @@ START_LIMIT=60 # seconds that a server may take to become ready
 STOP_LIMIT=30  # seconds that a child may take to end after SIGTERM
 PRIVATE=       # private folder of this run, made by private_folder
 CHILDREN=()    # process numbers of what runs in the background
+PATH=$PATH:/usr/sbin:/sbin # users' own lacks the folder of mariadbd
 
 fail()
 {

@@ -46,7 +46,14 @@ def wanted() -> set[str]:
     packages |= {
         f"lib/python3/dist-packages/{name}" for name in below(TOP / "kit" / "python", "qtutils/*.py")
     }
-    return WANTED | packages | {f"share/qtutils/{name}" for name in below(TOP, "host/scripts/*.qth")}
+    pages = {*below(TOP, "docs/**/*.*"), *below(TOP, "*/README.md"), *below(TOP, "kit/examples/*/*.*")}
+    pages = {name for name in pages if name.split("/")[0] in ("docs", "host", "kit", "mapmaker")}
+    return (
+        WANTED
+        | packages
+        | {f"share/qtutils/{name}" for name in below(TOP, "host/scripts/*.qth")}
+        | {f"share/doc/qtutils/{name}" for name in pages | {"README.md", "CHANGELOG.md"}}
+    )
 
 
 def test_everything_is_installed_and_nothing_else(prefix: Path) -> None:

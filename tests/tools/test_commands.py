@@ -24,6 +24,7 @@ def run(command: str, *arguments: str, **environment: str) -> "subprocess.Comple
         ("check", ["--no-install", "--preset"]),
         ("demo", ["--no-install", "--fresh", "--output"]),
         ("tools/make_pictures.sh", ["--no-install", "--output"]),
+        ("packaging/make_packages.sh", ["--output"]),
     ],
 )
 def test_help_names_every_option(command: str, options: list[str]) -> None:
@@ -47,6 +48,10 @@ def test_help_names_every_option(command: str, options: list[str]) -> None:
         (
             "tools/make_pictures.sh --output",
             "make_pictures.sh: --output needs a folder; see ./tools/make_pictures.sh --help",
+        ),
+        (
+            "packaging/make_packages.sh --bad",
+            "make_packages.sh: unknown option --bad; see ./packaging/make_packages.sh --help",
         ),
     ],
 )

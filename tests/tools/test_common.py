@@ -150,6 +150,10 @@ def test_the_server_refuses_callers_without_the_password(temporary: Path) -> Non
     assert result.returncode == 1 and "Access denied" in result.stderr
 
 
+def test_the_server_is_found_with_the_path_of_a_user(temporary: Path) -> None:
+    assert run_script(f"{COMMON}; start_server", {"PATH": "/usr/local/bin:/usr/bin:/bin"}).returncode == 0
+
+
 def test_data_kept_in_a_folder_is_there_again_at_the_next_start(temporary: Path) -> None:
     data = temporary / "data"
     ask = 'mariadb --no-defaults -u "$MYSQL_USER" -N -e'

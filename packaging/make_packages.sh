@@ -1,0 +1,59 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+#
+# Makes the Debian packages of the last commit's sources, and has lintian look at them.
+
+set -euo pipefail
+# shellcheck source=tools/common.sh
+source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
+
+OUTPUT=build-package/packages
+
+usage()
+{
+    cat <<END
+usage: ./packaging/make_packages.sh [--output FOLDER]
+
+Builds the preset "package" and leaves the Debian packages in the folder.
+
+  --output FOLDER  where they go (default: build-package/packages)
+  --help           show this text
+END
+}
+
+parse_options()
+{
+    while (($#)); do
+        case $1 in
+            --output)
+                [[ -n ${2-} ]] || wrong_usage "--output needs a folder"
+                OUTPUT=$(realpath -m -- "$2")
+                shift
+                ;;
+            --help) usage && exit ;;
+            *) wrong_usage "unknown option $1" ;;
+        esac
+        shift
+    done
+}
+
+# The time that all files get: that of the last commit, or of the sources where there is no repository.
+source_time() { git log -1 --format=%ct 2>/dev/null || stat --format=%Y CMakeLists.txt; }
+
+make_packages()
+{
+    private_folder || return
+    guarded cpack --config build-package/CPackConfig.cmake -B "$PRIVATE" || return
+    mkdir -p -- "$OUTPUT" && mv -- "$PRIVATE"/*.deb "$OUTPUT"
+}
+
+parse_options "$@"
+cd -- "$TOP"
+finish
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(source_time)}
+export SOURCE_DATE_EPOCH
+step "Configure" cmake --preset package
+step "Build" cmake --build --preset package --parallel 2
+step "Make the packages" make_packages
+step "Look at them" lintian --no-cfg --fail-on error,warning "$OUTPUT"/*.deb

@@ -7,10 +7,10 @@ from pathlib import Path
 import pytest
 from installed import install
 
-from mapmaker.tests.conftest import server
+from mapmaker.tests.conftest import home, installed, server
 from tests.kit.conftest import display, map_server
 
-__all__ = ["display", "map_server", "server"]  # fixtures
+__all__ = ["display", "home", "installed", "map_server", "server"]  # fixtures
 
 
 @pytest.fixture(scope="session")

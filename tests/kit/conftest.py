@@ -12,9 +12,9 @@ from pathlib import Path
 import pytest
 from kitprocess import BUILD, TOP, environment
 
-from mapmaker.tests.conftest import server
+from mapmaker.tests.conftest import home, installed, server
 
-__all__ = ["server"]  # a fixture
+__all__ = ["home", "installed", "server"]  # fixtures
 
 # The same map with nodes 0 and 1 exchanged.
 SWAPPED = b"CREATE TABLE som.news_swapped AS SELECT 1 - node AS node, dist, item FROM som.news_train WHERE node < 2;"
@@ -49,9 +49,13 @@ def started(command: list[str], environment: dict[str, str]) -> "Iterator[subpro
 @pytest.fixture(scope="session")
 def display() -> Iterator[dict[str, str]]:
     """Environment variables of a private display with a window manager."""
-    with tempfile.TemporaryDirectory() as home, started(XVFB, dict(os.environ)) as screen:
+    with tempfile.TemporaryDirectory() as folder, started(XVFB, dict(os.environ)) as screen:
         assert screen.stdout
-        variables = {"HOME": home, "XDG_RUNTIME_DIR": home, "DISPLAY": f":{screen.stdout.readline().strip()}"}
+        variables = {
+            "HOME": folder,
+            "XDG_RUNTIME_DIR": folder,
+            "DISPLAY": f":{screen.stdout.readline().strip()}",
+        }
         with started(["openbox", "--startup", "echo started"], {**os.environ, **variables}) as manager:
             assert manager.stdout and "started\n" in manager.stdout
             yield variables

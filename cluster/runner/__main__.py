@@ -14,12 +14,13 @@ from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 from pathlib import Path
 
+from cluster.runner.galera import Galera
 from cluster.runner.kind import Kind
 from cluster.runner.place import Place
 from cluster.runner.processes import ClusterError, end_with_parent
 from cluster.runner.replicas import Replicas
 
-KINDS: dict[str, Callable[[Place], Kind]] = {"replicas": Replicas}
+KINDS: dict[str, Callable[[Place], Kind]] = {"replicas": Replicas, "galera": Galera}
 
 
 def say(text: str) -> None:

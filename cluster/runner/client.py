@@ -8,6 +8,8 @@ from contextlib import contextmanager
 from ctypes import c_char_p, c_uint, c_ulong, c_void_p
 from typing import NamedTuple
 
+from cluster.runner.processes import ClusterError
+
 Row = tuple[bytes | None, ...]
 CONNECT_TIMEOUT, SET_CHARSET_NAME = 0, 7  # of enum mysql_option
 CONNECT_SECONDS = 5
@@ -34,7 +36,7 @@ class Account(NamedTuple):
     password: str = ""
 
 
-class QueryError(Exception):
+class QueryError(ClusterError):
     """The server, or the way to it, refuses. `code` is the client library's number of the error."""
 
     def __init__(self, code: int, text: str) -> None:

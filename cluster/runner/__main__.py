@@ -15,12 +15,19 @@ from contextlib import contextmanager
 from pathlib import Path
 
 from cluster.runner.galera import Galera
+from cluster.runner.head import HeadBeforeReplicas
 from cluster.runner.kind import Kind
 from cluster.runner.place import Place
 from cluster.runner.processes import ClusterError, end_with_parent
 from cluster.runner.replicas import Replicas
+from cluster.runner.shards import Shards
 
-KINDS: dict[str, Callable[[Place], Kind]] = {"replicas": Replicas, "galera": Galera}
+KINDS: dict[str, Callable[[Place], Kind]] = {
+    "replicas": Replicas,
+    "galera": Galera,
+    "head": HeadBeforeReplicas,
+    "shards": Shards,
+}
 
 
 def say(text: str) -> None:

@@ -68,6 +68,10 @@ class Galera(Kind):
         return self.nodes[0]
 
     @property
+    def map_options(self) -> list[str]:
+        return ["--cluster", "galera"]
+
+    @property
     def address(self) -> Address:
         return self.proxy.address
 
@@ -89,4 +93,4 @@ class Galera(Kind):
             with node.client() as client:
                 client.store("SET SESSION wsrep_sync_wait = 1")
                 client.store("SELECT 1")  # answered when the node has all changes made so far
-        self.wait_readable(name)
+        self.wait_readable(name, self.address)

@@ -49,9 +49,18 @@ class Kind(ABC):
         reader = self.place.reader
         return {**self.address.variables(), "MYSQL_USER": reader.user, "MYSQL_PWD": reader.password}
 
+    @property
+    @abstractmethod
+    def map_options(self) -> list[str]:
+        """What mapmaker is told of this kind."""
+
     def make_map(self, arguments: Sequence[str]) -> None:
-        """Has mapmaker make a map on the writer. Raises ClusterError."""
-        address, maker = Address(socket=self.writer.socket), self.place.maker
+        """Has mapmaker make a map. Raises ClusterError."""
+        self.run_mapmaker(self.writer, [*arguments, *self.map_options])
+
+    def run_mapmaker(self, server: Server, arguments: Sequence[str]) -> None:
+        """Runs mapmaker on a server, as the account for it. Raises ClusterError with what it says last."""
+        address, maker = Address(socket=server.socket), self.place.maker
         account = {"MYSQL_USER": maker.user, "MYSQL_PWD": maker.password}
         databases = [
             "--som-database",
@@ -71,13 +80,13 @@ class Kind(ABC):
         if result.returncode:
             raise ClusterError(f"mapmaker: {(result.stdout.splitlines() or ['it says nothing'])[-1]}")
 
-    def wait_readable(self, name: str) -> None:
-        """Returns when a new connection of the reader finds the map."""
+    def wait_readable(self, name: str, address: Address) -> None:
+        """Returns when a new connection of the reader to that address finds the map."""
         statement = f"SELECT 1 FROM {self.place.words['SOM']}.{name}_train LIMIT 1"
 
         def is_readable() -> bool:
             try:
-                with connected(self.address, self.place.reader) as client:
+                with connected(address, self.place.reader) as client:
                     return client.value(statement) == "1"
             except QueryError:
                 return False

@@ -31,6 +31,10 @@ class Replicas(Kind):
         return self.primary
 
     @property
+    def map_options(self) -> list[str]:
+        return ["--cluster", "replicas"]
+
+    @property
     def address(self) -> Address:
         return self.proxy.address
 
@@ -46,7 +50,7 @@ class Replicas(Kind):
     def publish(self, name: str) -> None:
         self.primary.script(self.place.text("reader.sql", MAP=name))
         self.wait_copied()
-        self.wait_readable(name)
+        self.wait_readable(name, self.address)
 
     def wait_copied(self) -> None:
         """Returns when the replicas have all that the primary has. Raises ClusterError."""

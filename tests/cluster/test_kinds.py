@@ -10,7 +10,7 @@ from conftest import TOP, Up
 from cluster.runner.client import Account, Address, Client, QueryError, connected
 
 DENIED, READ_ONLY = 1142, 1290
-KINDS = ("replicas",)
+KINDS = ("replicas", "galera", "head", "shards")
 SMALL = ("--map", "sample --documents 300")
 
 

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
 #
-# Makes the Debian packages of the last commit's sources, and has lintian look at them.
+# Makes the Debian packages and their bill of materials, and has lintian look at them.
 
 set -euo pipefail
 # shellcheck source=tools/common.sh
@@ -15,7 +15,8 @@ usage()
     cat <<END
 usage: ./packaging/make_packages.sh [--output FOLDER]
 
-Builds the preset "package" and leaves the Debian packages in the folder.
+Builds the preset "package" and leaves the Debian packages in the folder, with a bill of materials
+of what they hold and depend on (SPDX 2.3).
 
   --output FOLDER  where they go (default: build-package/packages)
   --help           show this text
@@ -48,6 +49,8 @@ make_packages()
     mkdir -p -- "$OUTPUT" && mv -- "$PRIVATE"/*.deb "$OUTPUT"
 }
 
+write_bill() { packaging/sbom.py "$OUTPUT"/*.deb >"$OUTPUT/qtutils.spdx.json"; }
+
 parse_options "$@"
 cd -- "$TOP"
 finish
@@ -57,3 +60,4 @@ step "Configure" cmake --preset package
 step "Build" cmake --build --preset package --parallel 2
 step "Make the packages" make_packages
 step "Look at them" lintian --no-cfg --fail-on error,warning "$OUTPUT"/*.deb
+step "Write the bill of materials" write_bill

@@ -5,7 +5,7 @@
 from pathlib import Path
 
 import pytest
-from installed import install
+from installed import install, make_packages
 
 from mapmaker.tests.conftest import home, installed, server
 from tests.kit.conftest import display, map_server
@@ -19,3 +19,9 @@ def prefix(tmp_path_factory: pytest.TempPathFactory) -> Path:
     first = tmp_path_factory.mktemp("install") / "first place"
     install(first)
     return first.rename(tmp_path_factory.mktemp("moved") / "second strange place")
+
+
+@pytest.fixture(scope="session")
+def packages(tmp_path_factory: pytest.TempPathFactory) -> dict[str, Path]:
+    """The Debian packages by their names."""
+    return make_packages(tmp_path_factory.mktemp("packages"))

@@ -41,3 +41,10 @@ def output(*command: "str | Path", folder: Path = TOP, environment: Mapping[str,
 def install(prefix: Path) -> None:
     """Installs the build."""
     output("cmake", "--install", BUILD, "--prefix", prefix)
+
+
+def make_packages(folder: Path) -> dict[str, Path]:
+    """The Debian packages of the build by their names."""
+    config = BUILD / "CPackConfig.cmake"
+    output("cpack", "--config", config, "-B", folder, environment={"SOURCE_DATE_EPOCH": "1700000000"})
+    return {path.name.split("_")[0]: path for path in folder.glob("*.deb")}

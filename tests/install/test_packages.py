@@ -8,7 +8,7 @@ import subprocess
 from pathlib import Path
 
 import pytest
-from installed import BUILD, LIBRARIES, VERSION, output
+from installed import LIBRARIES, VERSION, make_packages, output
 
 NAMES = {
     "libqtutils-dev",
@@ -38,19 +38,6 @@ DEPENDENCIES: dict[str, set[str]] = {
     "qtutils-doc": set(),
 }
 OWN_FILES = re.compile(r"usr/share/(doc/[^/]+/(changelog\.gz|copyright)|lintian/overrides/[^/]+)")
-
-
-def make_packages(folder: Path) -> dict[str, Path]:
-    """The packages of the build by their names."""
-    environment = {**os.environ, "SOURCE_DATE_EPOCH": "1700000000"}
-    command = ["cpack", "--config", str(BUILD / "CPackConfig.cmake"), "-B", str(folder)]
-    subprocess.run(command, env=environment, check=True, capture_output=True)
-    return {path.name.split("_")[0]: path for path in folder.glob("*.deb")}
-
-
-@pytest.fixture(scope="module")
-def packages(tmp_path_factory: pytest.TempPathFactory) -> dict[str, Path]:
-    return make_packages(tmp_path_factory.mktemp("packages"))
 
 
 @pytest.fixture(scope="module")

@@ -8,8 +8,9 @@
 CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/qtutils-demo
 HOST=build-release/qtutils-host
 MODULE=build-release/qtutils.so
+HIERARCHY=$CACHE/hierarchy.qth
 MAP=(/usr/bin/python3 -m mapmaker changelogs --or-sample --som-database som --source-database texts
-    --name changelogs --script "$CACHE/hierarchy.qth" --report "$CACHE/report.json")
+    --name changelogs --script "$HIERARCHY" --report "$CACHE/report.json")
 
 # open_map INSTALL FRESH: installs (unless INSTALL is "no") what is missing, builds, starts the server with the map,
 # which is made where there is none or FRESH is "yes".
@@ -17,8 +18,7 @@ open_map()
 {
     lock_cache
     step "Packages" need_packages "$1"
-    step "Configure" cmake --preset release
-    step "Build qtutils.so and qtutils-host" cmake --build --preset release --parallel 2 --target qtutils qtutils-host
+    build_host
     serve_map "$2"
 }
 
@@ -28,6 +28,17 @@ serve_map()
     if [[ $1 == yes ]] || ! map_is_complete; then forget_map; fi
     step "Start a private database server" start_server "$CACHE/data"
     map_is_complete || step "Make a map of the release notes" make_map
+    give_runtime_folder
+}
+
+build_host()
+{
+    step "Configure" cmake --preset release
+    step "Build qtutils.so and qtutils-host" cmake --build --preset release --parallel 2 --target qtutils qtutils-host
+}
+
+give_runtime_folder()
+{
     : "${XDG_RUNTIME_DIR:=$PRIVATE}"
     export XDG_RUNTIME_DIR
 }
@@ -36,7 +47,7 @@ serve_map()
 # The host reads the terminal, so it is not "guarded"; the kernel ends it with this script all the same.
 run_host()
 {
-    local scripts=(host/scripts/open.qth "$CACHE/hierarchy.qth" host/scripts/{select,colors,read,show}.qth) code=0
+    local scripts=(host/scripts/open.qth "$HIERARCHY" host/scripts/{select,colors,read,show}.qth) code=0
     echo 'Type .help for a list of commands, "show" to open a closed window again, .quit to end the demo.'
     setpriv --pdeathsig TERM "$HOST" "${scripts[@]/#/--script=}" --interactive "$MODULE" <&0 &
     CHILDREN+=($!)
@@ -68,6 +79,6 @@ make_map()
 # take_pictures SCRIPT DIR: has a script of tools/ drive the window and take pictures of it.
 take_pictures()
 {
-    guarded /usr/bin/python3 "tools/$1" --host "$HOST" --module "$MODULE" --hierarchy "$CACHE/hierarchy.qth" \
+    guarded /usr/bin/python3 "tools/$1" --host "$HOST" --module "$MODULE" --hierarchy "$HIERARCHY" \
         --output "$2"
 }

@@ -54,6 +54,7 @@ def load_library() -> ctypes.CDLL:
         ("mysql_error", c_char_p, [c_void_p]),
         ("mysql_real_query", ctypes.c_int, [c_void_p, c_char_p, c_ulong]),
         ("mysql_store_result", c_void_p, [c_void_p]),
+        ("mysql_fetch_field_direct", ctypes.POINTER(c_char_p), [c_void_p, c_uint]),
         ("mysql_num_fields", c_uint, [c_void_p]),
         ("mysql_fetch_row", ctypes.POINTER(c_void_p), [c_void_p]),
         ("mysql_fetch_lengths", ctypes.POINTER(c_ulong), [c_void_p]),
@@ -102,6 +103,13 @@ class Client:
         """All rows of a statement's result, none for one without a result."""
         with self._stored(statement) as result:
             return list(self._fetched(result)) if result else []
+
+    def columns(self, statement: str) -> list[str]:
+        """The names of a result's columns."""
+        with self._stored(statement) as result:
+            fields = range(LIBRARY.mysql_num_fields(result) if result else 0)
+            # The name is the first member of a column's description.
+            return [LIBRARY.mysql_fetch_field_direct(result, i)[0].decode() for i in fields]
 
     def store(self, statement: str) -> None:
         """Runs a statement and has the library store its result, as for the window, and drops it."""

@@ -95,8 +95,6 @@ class Child:
 
     def kill(self) -> None:
         """Ends the program and what it has started at once; nothing happens if it has ended."""
-        try:
+        if not self.has_ended():
             os.killpg(self._process.pid, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
-        self._process.wait()
+            self._process.wait()

@@ -91,11 +91,16 @@ def open_folder() -> Iterator[Path]:
 
 
 @pytest.fixture
-def up(open_folder: Path) -> Iterator[Callable[..., Up]]:
-    """Starts cluster/up with arguments; it is ended with the test."""
+def need_clusters() -> None:
+    """Skips the test where a program of clusters is missing."""
     missing = [name for name in NEEDED if find_file(name) is None]
     if missing:
         pytest.skip(f"no clusters without {', '.join(missing)}: run cluster/packages")
+
+
+@pytest.fixture
+def up(open_folder: Path, need_clusters: None) -> Iterator[Callable[..., Up]]:
+    """Starts cluster/up with arguments; it is ended with the test."""
     running: list[Up] = []
 
     def start(*arguments: str) -> Up:

@@ -80,6 +80,10 @@ def test_a_failed_start_leaves_nothing(up: Callable[..., Up]) -> None:
         (["up", "ring"], "up: unknown kind ring; see ./cluster/up --help"),
         (["up", "--bad"], "up: unknown option --bad; see ./cluster/up --help"),
         (["up", "--name"], "up: --name needs a value; see ./cluster/up --help"),
+        (["up", "head", "head"], "up: there is more than one kind; see ./cluster/up --help"),
+        (["../demo", "--cluster"], "demo: --cluster needs a kind; see ./demo --help"),
+        (["../demo", "--cluster", "ring"], "demo: unknown kind ring; see ./demo --help"),
+        (["packages", "--all"], "packages: unknown option --all; see ./cluster/packages --help"),
         (["down", "all"], "down: unknown option all; see ./cluster/down --help"),
     ],
 )

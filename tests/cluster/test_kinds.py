@@ -2,7 +2,10 @@
 # SPDX-License-Identifier: MIT
 """Each kind of private cluster offers a map to a reader who may do nothing else."""
 
+import os
+import subprocess
 from collections.abc import Callable
+from pathlib import Path
 
 import pytest
 from conftest import TOP, Up
@@ -49,6 +52,20 @@ def test_a_reader_reads_and_no_more(up: Callable[..., Up], kind: str) -> None:
     with pytest.raises(QueryError):
         with connected(address(variables), account._replace(password="")):
             pass
+
+
+def test_the_demo_finds_its_cluster(open_folder: Path, need_clusters: None) -> None:
+    script = f"""set -euo pipefail; . {TOP}/tools/common.sh; . {TOP}/cluster/common.sh; cd {TOP}; finish
+        start_cluster replicas "sample --documents 200 --script '{open_folder}/tree of it.qth'"
+        mariadb --no-defaults -h "$MYSQL_HOST" -P "$MYSQL_TCP_PORT" -u "$MYSQL_USER" -NBe 'SELECT COUNT(*) FROM texts.document'
+        echo "$PRIVATE" """
+    result = subprocess.run(
+        ["bash", "-c", script], env={**os.environ, "TMPDIR": str(open_folder)}, capture_output=True, text=True
+    )
+    assert result.returncode == 0, result.stderr
+    documents, private = result.stdout.splitlines()
+    assert (documents, Path(private).exists()) == ("200", False)
+    assert (open_folder / "tree of it.qth").read_text().startswith("#")
 
 
 def test_files_for_real_machines_are_explained() -> None:

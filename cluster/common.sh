@@ -2,10 +2,19 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
 #
-# The packages of private clusters; to be sourced after tools/common.sh. Packages that would set up a service are not
-# installed: with the tag "cluster-files", their files are unpacked into CLUSTER_FILES.
+# Functions for private clusters; to be sourced after tools/common.sh.
+#
+# Packages that would set up a service are not installed: those with the tag "cluster-files" are unpacked into
+# CLUSTER_FILES.
 
+CLUSTER_KINDS=(replicas galera head shards)
 CLUSTER_FILES=${XDG_CACHE_HOME:-$HOME/.cache}/qtutils-cluster/files
+
+# need_kind NAME: ends the script unless there is such a kind of cluster.
+need_kind()
+{
+    [[ " ${CLUSTER_KINDS[*]} " == *" $1 "* ]] || wrong_usage "unknown kind $1"
+}
 
 # need_cluster_packages INSTALL: installs and unpacks what is missing; returns 2 instead where INSTALL is "no".
 need_cluster_packages()
@@ -45,4 +54,17 @@ unpack_packages()
     echo "$*" >"$new/versions"
     rm -rf -- "$CLUSTER_FILES"
     mv -- "$new" "$CLUSTER_FILES"
+}
+
+# start_cluster KIND MAP: starts a private cluster in PRIVATE, with a map by mapmaker's command and options MAP, whose
+# tables are named "changelogs"; exports the variables that lead the window there.
+start_cluster()
+{
+    private_folder || return
+    local log=$PRIVATE/cluster.log variables=$PRIVATE/variables
+    spawn "$log" /usr/bin/python3 -B -m cluster.runner "$1" "--folder=$PRIVATE" "--map=$2" --name=changelogs \
+        "--environment=$variables"
+    START_LIMIT=600 wait_ready "$SPAWNED" test -e "$variables" || { show_log "$log"; fail "no cluster"; return; }
+    # shellcheck source=/dev/null
+    source "$variables"
 }

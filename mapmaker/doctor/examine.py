@@ -5,7 +5,21 @@
 
 from typing import Any
 
-from mapmaker.doctor import addresses, columns, dates, indices, keywordrows, rights, server, texts
+from mapmaker.doctor import (
+    accounts,
+    addresses,
+    columns,
+    dates,
+    galera,
+    indices,
+    keywordrows,
+    links,
+    plan,
+    replication,
+    rights,
+    server,
+    texts,
+)
 from mapmaker.doctor.finding import Finding
 from mapmaker.doctor.patient import Patient
 from mapmaker.hostnames import HostNames
@@ -13,10 +27,15 @@ from mapmaker.progress import Track, silent
 
 CHECKS = (
     server.check,
+    galera.check,
+    replication.check,
+    accounts.check,
     columns.check,
     rights.check,
+    links.check,
     keywordrows.check,
     indices.check,
+    plan.check,
     dates.check,
     addresses.check,
     texts.check,
@@ -28,5 +47,8 @@ def examine(link: Any, host: str, names: HostNames, track: Track = silent) -> li
 
     Raises NameFault for bad names, and the server's own error when the connection is lost.
     """
+    names.check()
+    if refused := list(galera.refusal(link)):
+        return refused
     patient = Patient(link, host, names)
     return [finding for check in track(CHECKS) for finding in check(patient)]

@@ -7,7 +7,7 @@ from collections.abc import Iterator
 
 from mapmaker.doctor.columns import error, warning
 from mapmaker.doctor.finding import Finding
-from mapmaker.doctor.patient import Patient
+from mapmaker.doctor.patient import SPIDER, Patient
 
 SIGNS = 21
 WRONG_PLACES = "nodes have the keywords and signs of other nodes"
@@ -58,15 +58,12 @@ def order(patient: Patient) -> Iterator[Finding]:
     statement = f"SELECT _assigned_topic, _keywords FROM {table.full_name} "
     if patient.rows(statement) != patient.rows(statement + "ORDER BY node"):
         yield error("keywords.order", table, "the rows don't come in the nodes' order", WRONG_PLACES, KEY)
-    engine, options = patient.rows(
-        "SELECT engine, create_options FROM information_schema.TABLES"
-        " WHERE table_schema = %s AND table_name = %s",
-        table.database,
-        table.name,
-    )[0]
     primary = patient.first_columns(table).get("PRIMARY", [""])
-    if str(engine).lower() != "innodb" or primary[0] != "node" or "partitioned" in str(options):
-        fault = f"nothing keeps the order: engine {engine}, primary key ({', '.join(primary)})"
+    if table.engine not in ("INNODB", SPIDER) or primary[0] != "node" or table.partitions:
+        kept = f"engine {table.engine}, primary key ({', '.join(primary)})"
+        fault = f"nothing keeps the order: {kept}" + (
+            f", partitions by {table.partitions}" if table.partitions else ""
+        )
         effect = "after changes the rows may come in another order: " + WRONG_PLACES
         yield warning("keywords.key", table, fault, effect, KEY + " and no partitions")
 

@@ -10,6 +10,9 @@ import pymysql  # type: ignore[import]
 from mapmaker.hostnames import HostNames
 
 
+SPIDER = "SPIDER"
+
+
 class Column(NamedTuple):
     """A column as the server's catalogue has it."""
 
@@ -33,6 +36,14 @@ class Table:
         self.name = name
         self.columns: dict[str, Column] = {}  # by name in lower case, as the server finds them
         self.failure: Failure | None = None
+        self.engine = ""  # in upper case
+        self.partitions = ""  # such as "HASH (`id`)", nothing for a whole table
+        self.places: list[str] = []  # comments of the table and its partitions: where rows of a link are
+
+    @property
+    def is_link(self) -> bool:
+        """Whether its rows are on another server, or on several."""
+        return self.engine == SPIDER
 
     @property
     def full_name(self) -> str:
@@ -71,12 +82,29 @@ class Patient:
             cursor.execute(query, values or None)
             return list(cursor.fetchall())
 
+    def setting(self, name: str) -> str:
+        """A variable of the server, or nothing if it has no such variable."""
+        found = self.rows("SHOW VARIABLES LIKE %s", name)
+        return str(found[0][1]) if found else ""
+
     def value(self, query: str, *values: object) -> Any:
         """The one value of a query."""
         return self.rows(query, *values)[0][0]
 
     def look(self, table: Table, wanted: tuple[str, ...]) -> None:
         """Finds the columns, and whether the wanted ones can be read; all of them when none are named."""
+        try:
+            self.look_at_engine(table)
+            self.look_at_columns(table)
+            columns = [column for column in wanted if column in table.columns]
+            self.rows(f"SELECT {', '.join(columns) or '*'} FROM {table.full_name} LIMIT 0")
+            if table.is_link:  # it answers LIMIT 0 by itself
+                self.rows(f"SELECT MAX(`{next(iter(table.columns))}`) FROM {table.full_name}")
+        except pymysql.MySQLError as error:
+            table.failure = Failure(error.args[0], " ".join(str(error.args[-1]).split()))
+
+    def look_at_columns(self, table: Table) -> None:
+        """Finds the columns."""
         table.columns = {
             name.lower(): Column(name, kind.lower(), length)
             for name, kind, length in self.rows(
@@ -86,11 +114,23 @@ class Patient:
                 table.name,
             )
         }
-        columns = [column for column in wanted if column in table.columns]
-        try:
-            self.rows(f"SELECT {', '.join(columns) or '*'} FROM {table.full_name} LIMIT 0")
-        except pymysql.MySQLError as error:
-            table.failure = Failure(error.args[0], " ".join(str(error.args[-1]).split()))
+
+    def look_at_engine(self, table: Table) -> None:
+        """Finds how the rows are kept, and where."""
+        where = "WHERE table_schema = %s AND table_name = %s"
+        for engine, comment in self.rows(
+            f"SELECT engine, table_comment FROM information_schema.TABLES {where}", table.database, table.name
+        ):
+            table.engine, table.places = str(engine).upper(), [comment]
+        for method, expression, comment in self.rows(
+            "SELECT partition_method, partition_expression, partition_comment"
+            f" FROM information_schema.PARTITIONS {where} AND partition_name IS NOT NULL"
+            " ORDER BY partition_ordinal_position",
+            table.database,
+            table.name,
+        ):
+            table.partitions = f"{method} ({expression})"
+            table.places.append(comment)
 
     def first_columns(self, table: Table) -> dict[str, list[str]]:
         """The columns of each index in their order, in lower case."""

@@ -4,6 +4,7 @@
 """The server's settings for a connection, and the line to it."""
 
 import ipaddress
+import socket
 from collections.abc import Iterator
 
 from mapmaker.doctor.finding import Finding, Severity
@@ -47,6 +48,7 @@ def is_this_machine(host: str) -> bool:
 def encryption(patient: Patient) -> Iterator[Finding]:
     """A line that others can listen to, or whose other end may be anybody."""
     if is_this_machine(patient.host):
+        yield from elsewhere(patient)
         return
     cipher = patient.rows("SHOW SESSION STATUS LIKE 'Ssl_cipher'")
     if not (cipher and cipher[0][1]):
@@ -62,6 +64,20 @@ def encryption(patient: Patient) -> Iterator[Finding]:
             f"nobody checks that the server is {patient.host}",
             "whoever is on the way can take its place, and get the documents' readers to open any address",
             "add ssl-verify-server-cert=1 to MYSQL_HOST",
+        )
+
+
+def elsewhere(patient: Patient) -> Iterator[Finding]:
+    """A line that begins on this machine and ends on another one."""
+    name = str(patient.value("SELECT @@hostname"))
+    if name != socket.gethostname():
+        yield Finding(
+            Severity.NOTE,
+            "server.elsewhere",
+            "server",
+            f"{patient.host} leads to another machine, {name}",
+            "the way between is the tunnel's or the proxy's; from here nobody sees whether it is encrypted",
+            "look there; a proxy that passes bytes on needs TLS in MYSQL_HOST as well",
         )
 
 

@@ -65,6 +65,7 @@ def galera_options() -> list[str]:
     provider = (
         f"base_port={port};gmcast.listen_addr=tcp://127.0.0.1:{port};ist.recv_addr=127.0.0.1:{free_port()}"
     )
+    provider += ";pc.wait_prim_timeout=PT1S"
     return [
         "--wsrep-on=ON",
         f"--wsrep-provider={GALERA}",

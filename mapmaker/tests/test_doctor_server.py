@@ -5,6 +5,7 @@
 
 import json
 import re
+import socket
 from types import SimpleNamespace
 from typing import Any
 
@@ -31,6 +32,15 @@ def test_a_short_patience_of_the_server_is_found(server: dict[str, str], admin: 
 
 def test_a_line_beyond_this_machine_must_be_encrypted(server: dict[str, str], admin: Any) -> None:
     assert codes(findings(reader(server), host="db.example.org")) == ["server.encryption"]
+
+
+def test_a_tunnel_to_another_machine_is_noted(
+    server: dict[str, str], admin: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr(socket, "gethostname", lambda: "nowhere")
+    (found,) = findings(reader(server))
+    assert (found.code, found.severity) == ("server.elsewhere", Severity.NOTE)
+    assert found.fault.startswith("localhost leads to another machine, ")
 
 
 @pytest.mark.parametrize("verified, expected", [(True, []), (False, ["server.certificate"])])
@@ -144,7 +154,7 @@ def test_only_reading_statements_reach_the_server(admin: Any, as_reader: list[st
     assert len(statements) > 20
     assert {kind for kind, _ in log} <= {"Connect", "Init DB", "Query", "Quit"}
     reading = re.compile(
-        r"SELECT (?!.*\b(INTO|FOR UPDATE|LOCK)\b)|SHOW |SET NAMES |SET SESSION TRANSACTION READ ONLY$"
+        r"(EXPLAIN )?SELECT (?!.*\b(INTO|FOR UPDATE|LOCK)\b)|SHOW |SET NAMES |SET SESSION TRANSACTION READ ONLY$"
     )
     assert [text for text in statements if not reading.match(text)] == []
 

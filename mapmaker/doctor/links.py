@@ -1,0 +1,89 @@
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+
+"""Tables that are links to other servers (engine SPIDER): do these answer, and how do rows come from there?"""
+
+import re
+from collections.abc import Iterator
+
+import pymysql  # type: ignore[import]
+
+from mapmaker.doctor.columns import MISSING, error, warning
+from mapmaker.doctor.finding import Finding, Severity
+from mapmaker.doctor.patient import Patient, Table
+from mapmaker.doctor.server import is_this_machine
+
+PATIENCE = 60  # seconds
+CREATES_TABLES = "1"  # value of spider_bka_mode
+
+
+def check(patient: Patient) -> Iterator[Finding]:
+    """Links that lead nowhere, hang, need more rights, or are open to others."""
+    links = [table for table in dict.fromkeys(patient.tables) if table.is_link]
+    for table in links:
+        if table.failure and table.failure.code not in MISSING:
+            fault = f"no rows come by the link: {table.failure.message}"
+            remedy = "start the server behind it, or mend CREATE SERVER, its user's rights or the table there"
+            yield error(
+                "links.down", table, fault, "the window shows nothing of it, and says nothing", remedy
+            )
+    if links:
+        yield from settings(patient)
+        yield from patience(patient, links)
+        yield from encryption(patient, links)
+
+
+def settings(patient: Patient) -> Iterator[Finding]:
+    """Settings that shards need."""
+    documents, assignment = patient.documents, patient.assignment
+    batches = int(patient.setting("join_cache_level") or 0) > 4
+    if documents.partitions and batches and patient.setting("spider_bka_mode") == CREATES_TABLES:
+        fault = "spider_bka_mode is 1"
+        effect = (
+            "the links' user needs the right to make temporary tables on the shards, else nodes are empty"
+        )
+        yield warning("links.bka_mode", documents, fault, effect, "set spider_bka_mode=2")
+    if assignment.is_link and assignment.partitions and patient.setting("spider_semi_split_read") != "0":
+        fault = "the assignments are spread over servers, and spider_semi_split_read isn't 0"
+        effect = "the statement that learns the columns hangs"
+        yield error("links.hang", assignment, fault, effect, "set spider_semi_split_read=0")
+
+
+def patience(patient: Patient, links: list[Table]) -> Iterator[Finding]:
+    """How long a window waits for a server that hangs, or that can't be reached."""
+    own = re.compile(r'\b(net_read_timeout|nrt) "')
+    reading = int(patient.setting("spider_net_read_timeout") or 0)
+    attempts = int(patient.setting("spider_connect_retry_count") or 0)
+    connecting = int(patient.setting("spider_connect_timeout") or 0) * attempts
+    if reading > PATIENCE and not all(own.search(" ".join(table.places)) for table in links):
+        remedy = f"set it to {PATIENCE} or less, or let a proxy in between end such connections"
+        yield waiting("hanging", f"spider_net_read_timeout is {reading} s", "hangs", reading, remedy)
+    if connecting > PATIENCE:
+        fault = f"spider_connect_retry_count is {attempts}, spider_connect_timeout {connecting // attempts} s"
+        remedy = "set spider_connect_timeout=1 and spider_connect_retry_count=20"
+        yield waiting("unreachable", fault, "can't be reached", connecting, remedy)
+
+
+def waiting(code: str, fault: str, state: str, seconds: int, remedy: str) -> Finding:
+    """A note that a window may wait long."""
+    effect = f"a window stands still for up to {seconds} s when a server behind the links {state}"
+    return Finding(Severity.NOTE, f"links.{code}", "server", fault, effect, remedy)
+
+
+def encryption(patient: Patient, links: list[Table]) -> Iterator[Finding]:
+    """Links that name no authority, to servers elsewhere or unknown to the user."""
+    try:
+        near = {
+            name: bool(socket) or is_this_machine(host)
+            for name, host, socket in patient.rows("SELECT server_name, host, socket FROM mysql.servers")
+        }
+    except pymysql.MySQLError:
+        near = {}
+    for table in links:
+        named = [place for place in table.places if 'srv "' in place]
+        servers = re.findall(r'srv "([^"]+)"', " ".join(place for place in named if 'ssl_ca "' not in place))
+        if far := sorted({server for server in servers if not near.get(server)}):
+            fault = f"the link to {', '.join(far)} names no certificate (ssl_ca)"
+            effect = "rows come in plain, unless that is this machine or a tunnel"
+            remedy = 'write ssl_ca "FILE", ssl_vsc "1" into the link, or use a tunnel'
+            yield Finding(Severity.NOTE, "links.encryption", table.full_name, fault, effect, remedy)

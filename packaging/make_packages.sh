@@ -8,16 +8,18 @@ set -euo pipefail
 # shellcheck source=tools/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
 
+INSTALL=yes
 OUTPUT=build-package/packages
 
 usage()
 {
     cat <<END
-usage: ./packaging/make_packages.sh [--output FOLDER]
+usage: ./packaging/make_packages.sh [--no-install] [--output FOLDER]
 
-Builds the preset "package" and leaves the Debian packages in the folder, with a bill of materials
-of what they hold and depend on (SPDX 2.3).
+Installs the packages of tools/packages.txt that are missing, builds the preset "package" and leaves
+the Debian packages in the folder, with a bill of materials of what they hold and depend on (SPDX 2.3).
 
+  --no-install     install nothing; where a package is missing, name it and end with 2
   --output FOLDER  where they go (default: build-package/packages)
   --help           show this text
 END
@@ -27,6 +29,7 @@ parse_options()
 {
     while (($#)); do
         case $1 in
+            --no-install) INSTALL=no ;;
             --output)
                 [[ -n ${2-} ]] || wrong_usage "--output needs a folder"
                 OUTPUT=$(realpath -m -- "$2")
@@ -56,6 +59,7 @@ cd -- "$TOP"
 finish
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(source_time)}
 export SOURCE_DATE_EPOCH
+step "Packages" need_packages "$INSTALL"
 step "Configure" cmake --preset package
 step "Build" cmake --build --preset package --parallel 2
 step "Make the packages" make_packages

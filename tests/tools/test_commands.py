@@ -24,7 +24,7 @@ def run(command: str, *arguments: str, **environment: str) -> "subprocess.Comple
         ("check", ["--no-install", "--preset"]),
         ("demo", ["--no-install", "--fresh", "--output"]),
         ("tools/make_pictures.sh", ["--no-install", "--output"]),
-        ("packaging/make_packages.sh", ["--output"]),
+        ("packaging/make_packages.sh", ["--no-install", "--output"]),
     ],
 )
 def test_help_names_every_option(command: str, options: list[str]) -> None:
@@ -66,7 +66,7 @@ def test_check_offers_the_presets_of_the_build() -> None:
     assert all(f'"configurePreset": "{name}"' in names for name in offered)
 
 
-@pytest.mark.parametrize("command", ["check", "demo", "tools/make_pictures.sh"])
+@pytest.mark.parametrize("command", ["check", "demo", "tools/make_pictures.sh", "packaging/make_packages.sh"])
 def test_no_install_ends_with_2_when_a_package_is_missing(command: str, tmp_path: Path) -> None:
     packages = tmp_path / "packages.txt"
     packages.write_text("no-such-package # for nothing\n")

@@ -4,6 +4,7 @@
 #include "CUserInterfaceThread.h"
 
 #include "CAnswer.h"
+#include "calllog.h"
 #include "exitguard.h"
 #include "mirta_qtutils.h"
 
@@ -166,6 +167,7 @@ bool CUserInterfaceThread::makeBrowser()
     deleteBrowser();
     if (!CNodeBrowser::oOmbrelWin.create(renewExitGuard, giveUpAfterLoss))
         return false;
+    calllog::open();
     BrowserSettings oWanted;
     {
         const std::lock_guard<std::mutex> lock(oStateMutex);

@@ -4,6 +4,7 @@
 #include "mirta_qtutils.h"
 
 #include "CUserInterfaceThread.h"
+#include "calllog.h"
 #include "commands.h"
 #include "exitguard.h"
 #include "nodehierarchy.h"
@@ -65,10 +66,11 @@ void ask(int iCommand, void* pResult, CHandover::After eAfter = CHandover::After
             [&] { return userInterface().commandPost().post(iCommand, pResult); }, eAfter);
 }
 
-std::optional<std::string> lastSOMTable()
+void askNumber(const char* pcCall, int iCommand, int* piResult)
 {
-    const std::lock_guard<std::mutex> lock(state().oTableMutex);
-    return state().gpcSOMTable;
+    ask(iCommand, piResult);
+    if (piResult != nullptr)
+        calllog::tell("%s: %d", pcCall, *piResult);
 }
 
 /// The window's settings from environment and host; nothing if a variable is unset.
@@ -79,8 +81,9 @@ std::optional<BrowserSettings> settings(void** apArguments)
     const char* pcPassword = std::getenv("MYSQL_PWD");
     if (pcHost == nullptr || pcUser == nullptr || pcPassword == nullptr)
         return std::nullopt;
+    const std::lock_guard<std::mutex> lock(state().oTableMutex);
     return BrowserSettings{
-        pcHost, pcUser, pcPassword, textSlot(apArguments, 0), textSlot(apArguments, 1), lastSOMTable()};
+        pcHost, pcUser, pcPassword, textSlot(apArguments, 0), textSlot(apArguments, 1), state().gpcSOMTable};
 }
 
 void storeSOMTable(std::optional<std::string> sTable)
@@ -161,6 +164,8 @@ void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
     setenv("LANG", "de_DE", 1);
     if (oSettings)
         oState.pNodeBrowser = userInterface().construct(*oSettings);
+    calllog::tell("CNodeBrowser \"%s\" \"%s\": %s", textSlot(apArguments, 0).c_str(),
+        textSlot(apArguments, 1).c_str(), oState.pNodeBrowser != nullptr ? "a window" : "null");
     return oState.pNodeBrowser;
 }
 
@@ -170,6 +175,7 @@ void nodeBrowser_FREE_CNodeBrowser(void* /*pHandle*/, void** /*apArguments*/)
         return;
     HostState& oState = state();
     const std::lock_guard<std::mutex> lock(oState.oMutex);
+    calllog::tell("FREE_CNodeBrowser");
     if (oState.BrowserCounter == 0 || --oState.BrowserCounter > 0)
         return;
     userInterface().commandPost().closeWith(commands::Terminate);
@@ -184,26 +190,30 @@ void nodeBrowser_select(void* /*pHandle*/, void** apArguments)
     const int* piNode = slot<int>(apArguments, 0);
     if (piNode == nullptr)
         return;
+    calllog::tell("select %d", *piNode);
     const auto pNode = std::make_shared<int>(*piNode);
     post(commands::Select, pNode.get(), pNode);
 }
 
 void nodeBrowser_getNumRows(void* /*pHandle*/, void** apArguments)
 {
-    ask(commands::GetNumRows, slot<int>(apArguments, 0));
+    askNumber("getNumRows", commands::GetNumRows, slot<int>(apArguments, 0));
 }
 
 void nodeBrowser_fillDate(void* /*pHandle*/, void** apArguments)
 {
     ask(commands::FillDate, slot<int>(apArguments, 0), CHandover::After::WaitsForRelease);
+    calllog::tell("fillDate");
 }
 
 void nodeBrowser_dateToInt(void* /*pHandle*/, void** apArguments)
 {
     const char* pcDate = slot<char>(apArguments, 0);
     int* piMinutes = slot<int>(apArguments, 1);
-    if (pcDate != nullptr && piMinutes != nullptr)
-        *piMinutes = datetext::hostMinutes(pcDate);
+    if (pcDate == nullptr || piMinutes == nullptr)
+        return;
+    *piMinutes = datetext::hostMinutes(pcDate);
+    calllog::tell("dateToInt \"%s\": %d", pcDate, *piMinutes);
 }
 
 void nodeBrowser_setRowColors(void* /*pHandle*/, void** apArguments)
@@ -211,6 +221,7 @@ void nodeBrowser_setRowColors(void* /*pHandle*/, void** apArguments)
     auto* pfRowColors = slot<float>(apArguments, 0);
     if (pfRowColors == nullptr || exitguard::isChild())
         return;
+    calllog::tell("setRowColors");
     userInterface().handover().release();
     post(commands::SetRowColors, pfRowColors);
 }
@@ -222,17 +233,19 @@ void nodeBrowser_markRow(void* /*pHandle*/, void** apArguments)
         return;
     const int* piTimeFrame = slot<int>(apArguments, 1);
     const auto pRequest = std::make_shared<MarkRequest>(MarkRequest{pcDate, piTimeFrame ? *piTimeFrame : -1});
+    calllog::tell("markRow \"%s\" %d", pcDate, pRequest->iTimeFrame);
     post(commands::MarkRow, pRequest.get(), pRequest);
 }
 
 void nodeBrowser_getFirstDateInFrame(void* /*pHandle*/, void** apArguments)
 {
-    ask(commands::GetFirstDateInFrame, slot<int>(apArguments, 0));
+    askNumber("getFirstDateInFrame", commands::GetFirstDateInFrame, slot<int>(apArguments, 0));
 }
 
 void nodeBrowser_getFirstDateInSelection(void* /*pHandle*/, void** apArguments)
 {
     ask(commands::GetFirstDateInSelection, slot<char>(apArguments, 0));
+    calllog::tell("getFirstDateInSelection");
 }
 
 void nodeBrowser_passNodeHierarchy(void* /*pHandle*/, void** apArguments)
@@ -248,6 +261,7 @@ void nodeBrowser_passNodeHierarchy(void* /*pHandle*/, void** apArguments)
     const int* piNumNodes = slot<int>(apArguments, 3);
     if (piNumChildren == nullptr || piNode == nullptr || piNumNodes == nullptr)
         return;
+    calllog::tell("passNodeHierarchy: %d children of node %d of %d", *piNumChildren, *piNode, *piNumNodes);
     try {
         storeChildren(iaNodes, *piNumChildren, *piNode, *piNumNodes);
     } catch (const std::bad_alloc&) {
@@ -260,6 +274,7 @@ void nodeBrowser_setSOMTable(void* /*pHandle*/, void** apArguments)
     const char* pcTable = slot<char>(apArguments, 0);
     if (pcTable == nullptr)
         return;
+    calllog::tell("setSOMTable \"%s\"", pcTable);
     storeSOMTable(pcTable);
     const auto pTable = std::make_shared<std::string>(pcTable);
     post(commands::SetSOMTable, pTable->data(), pTable);
@@ -267,11 +282,13 @@ void nodeBrowser_setSOMTable(void* /*pHandle*/, void** apArguments)
 
 void nodeBrowser_hideTable(void* /*pHandle*/, void** /*apArguments*/)
 {
+    calllog::tell("hideTable");
     post(commands::HideTable);
 }
 
 void nodeBrowser_show(void* /*pHandle*/, void** /*apArguments*/)
 {
+    calllog::tell("show");
     post(commands::Show);
 }
 

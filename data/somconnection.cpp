@@ -3,6 +3,9 @@
 
 #include "somconnection.h"
 
+#include "sqllog.h"
+
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -43,6 +46,14 @@ void keepFromPrograms(const QSqlDatabase& oDatabase)
     fcntl(int(mysql_get_socket(pConnection)), F_SETFD, FD_CLOEXEC);
 }
 
+void tell(const QSqlDatabase& oDatabase, bool bOpen, qint64 iMilliseconds)
+{
+    qCDebug(sqllog::category, "connection to %s on \"%s\" as \"%s\" %s after %lld ms",
+        qUtf8Printable(oDatabase.databaseName()), qUtf8Printable(oDatabase.hostName()),
+        qUtf8Printable(oDatabase.userName()), bOpen ? "open" : "failed",
+        static_cast<long long>(iMilliseconds));
+}
+
 void showError(const QSqlError& oError)
 {
     std::printf("show error\n");
@@ -70,7 +81,11 @@ bool open(QSqlDatabase& oDatabase)
 {
     {
         const CKeptPipeSignal keptPipeSignal;
-        if (oDatabase.open()) {
+        QElapsedTimer oTimer;
+        oTimer.start();
+        const bool bOpen = oDatabase.open();
+        tell(oDatabase, bOpen, oTimer.elapsed());
+        if (bOpen) {
             keepFromPrograms(oDatabase);
             return true;
         }

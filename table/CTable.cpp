@@ -8,6 +8,7 @@
 #include "data/CStoredRows.h"
 #include "data/datetext.h"
 #include "data/somconnection.h"
+#include "data/sqllog.h"
 #include "weblink.h"
 
 #include <QDateTime>
@@ -82,7 +83,7 @@ std::shared_ptr<CStoredRows> CTable::execute(const QString& sStatement)
     if (!oSOMDatabase.isOpen())
         return std::make_shared<CStoredRows>(QSqlQuery());
     QSqlQuery oQuery(oSOMDatabase);
-    oQuery.exec(sStatement);
+    sqllog::execute(oQuery, sStatement);
     auto pRows = std::make_shared<CStoredRows>(std::move(oQuery));
     pRows->keepStamps(CRowDates::field(pRows->fields()));
     return pRows;

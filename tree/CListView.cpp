@@ -10,6 +10,7 @@
 #include "CNumberWidths.h"
 #include "data/CWidestText.h"
 #include "data/somconnection.h"
+#include "data/sqllog.h"
 #include "keywords.h"
 #include "topicicons.h"
 
@@ -74,7 +75,7 @@ bool CListView::connectToDataBase(QString sSOMTable)
     const QString sQuery = keywords::query(sSOMTable);
     pModel->setKeywords(nullptr);
     QSqlQuery oQuery(*pSOMDB);
-    if (!oQuery.exec(sQuery) || !oQuery.first()) {
+    if (!sqllog::execute(oQuery, sQuery) || !oQuery.first()) {
         qDebug("CListView: WARNING: Could not connect to Database, using               select-statement: %s",
             qPrintable(sQuery));
         return false;
@@ -269,9 +270,8 @@ QPoint CListView::placeForMenu(const QModelIndex& oItem) const
 bool CListView::isInSight(const QModelIndex& oItem) const
 {
     const QModelIndex oNode = oItem.siblingAtColumn(NodeColumn);
-    const int iX = columnViewportPosition(NodeColumn);
     for (int iY = 0; iY < viewport()->height(); iY += fontMetrics().height())
-        if (indexAt({iX, iY}) == oNode)
+        if (indexAt({columnViewportPosition(NodeColumn), iY}) == oNode)
             return true;
     return false;
 }

@@ -3,6 +3,8 @@
 
 #include "CStoredRows.h"
 
+#include "fieldtype.h"
+
 #include <QDateTime>
 #include <QSqlField>
 #include <QSqlResult>
@@ -51,6 +53,12 @@ void CStoredRows::goTo(int iRow) const
         vPlaces.push_back(mysql_row_tell(pResult));
     piLengths = mysql_fetch_lengths(pResult);
     iCurrent = iRow;
+}
+
+QString CStoredRows::typeName(int iField) const
+{
+    return pResult == nullptr ? QString()
+                              : fieldtype::name(*mysql_fetch_field_direct(pResult, unsigned(iField)));
 }
 
 std::optional<std::string_view> CStoredRows::bytes(int iRow, int iField) const

@@ -30,6 +30,8 @@ public:
     /// Names and types of the fields, without values.
     const QSqlRecord& fields() const { return oFields; }
 
+    /// The type of a field, which must exist, as one writes it in a table's definition; empty if unknown.
+    QString typeName(int iField) const;
     /// A field's bytes as the server sent them, or nothing for NULL; row and field must exist. They stay
     /// where they are as long as this object lives.
     std::optional<std::string_view> bytes(int iRow, int iField) const;

@@ -6,10 +6,13 @@
 #include "CHeader.h"
 #include "data/CWidestText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QWindow>
@@ -173,13 +176,34 @@ bool CDataTable::isNavigationKey(int iKey) const
     }
 }
 
-// Only navigation: Qt's other keys (letters, Space, Enter, F2) would search, select, activate or edit.
+// The header line and the row as they are shown, ready for a spreadsheet: tabs and line breaks in a cell
+// would make further cells.
+void CDataTable::copyCurrentRow() const
+{
+    const QRegularExpression separators(QStringLiteral("[\\t\\r\\n]+"));
+    QStringList slLabels;
+    QStringList slCells;
+    for (int iColumn = 0; iColumn < numCols(); iColumn++) {
+        slLabels << pModel->headerData(iColumn, Qt::Horizontal).toString();
+        slCells << pModel->index(currentRow(), iColumn)
+                       .data()
+                       .toString()
+                       .replace(separators, QStringLiteral(" "));
+    }
+    const QLatin1Char tab('\t');
+    QGuiApplication::clipboard()->setText(slLabels.join(tab) + QLatin1Char('\n') + slCells.join(tab));
+}
+
+// Only navigation and Copy: Qt's other keys (letters, Space, Enter, F2) would search, select, activate or
+// edit.
 void CDataTable::keyPressEvent(QKeyEvent* pEvent)
 {
     if (handleRowKey(pEvent->key()))
         pEvent->accept();
     else if (isNavigationKey(pEvent->key()))
         QTableView::keyPressEvent(pEvent);
+    else if (pEvent->matches(QKeySequence::Copy) && currentIndex().isValid())
+        copyCurrentRow();
     else
         pEvent->ignore();
 }

@@ -61,6 +61,7 @@ private:
     void beginAnew();
     bool handleRowKey(int iKey);
     bool isNavigationKey(int iKey) const;
+    void copyCurrentRow() const;
     QPoint insideCells(const QPoint& oPos) const;
 
     CDocumentModel* pModel;

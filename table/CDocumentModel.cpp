@@ -10,6 +10,7 @@
 
 #include <QSqlField>
 #include <QSqlRecord>
+#include <QTextDocument>
 
 namespace {
 
@@ -88,11 +89,23 @@ QVariant CDocumentModel::data(const QModelIndex& oIndex, int iRole) const
 
 QVariant CDocumentModel::headerData(int iSection, Qt::Orientation eOrientation, int iRole) const
 {
+    if (iRole == Qt::ToolTipRole && eOrientation == Qt::Horizontal)
+        return columnTip(iSection);
     if (iRole != Qt::DisplayRole)
         return {};
     if (eOrientation == Qt::Vertical)
         return QString::number(iSection + 1);
     return iSection >= 0 && iSection < columnCount() ? vColumns[std::size_t(iSection)].sName : QVariant();
+}
+
+QString CDocumentModel::columnTip(int iColumn) const
+{
+    const bool bInside = iColumn >= 0 && iColumn < columnCount();
+    const Column oColumn = bInside ? vColumns[std::size_t(iColumn)] : Column();
+    if (oColumn.eKind == Kind::Missing)
+        return {};
+    const QString sTip = oColumn.sName + QStringLiteral(": ") + pRows->typeName(oColumn.iField);
+    return Qt::mightBeRichText(sTip) ? sTip.toHtmlEscaped() : sTip; // a name has no tags
 }
 
 QVariant CDocumentModel::value(int iRow, const Column& oColumn) const

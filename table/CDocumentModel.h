@@ -45,7 +45,7 @@ public:
     int columnCount(const QModelIndex& oParent = {}) const override;
     /// Qt::DisplayRole: the text that the cell shows.
     QVariant data(const QModelIndex& oIndex, int iRole = Qt::DisplayRole) const override;
-    /// Column names, and row numbers from 1.
+    /// Column names, and row numbers from 1. Qt::ToolTipRole: the column's name with its type.
     QVariant headerData(
         int iSection, Qt::Orientation eOrientation, int iRole = Qt::DisplayRole) const override;
 
@@ -86,6 +86,7 @@ private:
 
     static Kind kind(const QSqlField& oField);
     Column findColumn(const QString& sName) const;
+    QString columnTip(int iColumn) const;
     QVariant value(int iRow, const Column& oColumn) const;
     QString makeExcerpt(const QModelIndex& oIndex, const QFontMetrics& oMetrics, int iWidth) const;
 

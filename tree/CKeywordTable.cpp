@@ -3,6 +3,7 @@
 
 #include "CKeywordTable.h"
 
+#include "data/beginning.h"
 #include "keywords.h"
 
 #include <QSqlField>
@@ -22,6 +23,8 @@ bool isOneOf(const QSqlField& oField, std::initializer_list<QMetaType::Type> lTy
 {
     return std::find(lTypes.begin(), lTypes.end(), oField.metaType().id()) != lTypes.end();
 }
+
+constexpr std::size_t MostBytes = 4000; ///< of a text in one piece: half a screen
 
 } // namespace
 
@@ -66,4 +69,14 @@ QString CKeywordTable::keywords(int iNode) const
         return {};
     const std::string_view oText = shown(iNode);
     return QString::fromUtf8(oText.data(), qsizetype(oText.size()));
+}
+
+QString CKeywordTable::allKeywords(int iNode) const
+{
+    if (iNode < 0 || iNode >= numRows())
+        return {};
+    const QString sTexts = bTexts
+        ? beginning(oRows.bytes(iNode, KeywordField).value_or(std::string_view()), MostBytes)
+        : value(iNode, KeywordField).toString();
+    return sTexts.trimmed().replace(QLatin1Char('\n'), QStringLiteral(", "));
 }

@@ -22,6 +22,8 @@ public:
     std::string_view shown(int iNode) const;
     /// As the tree shows them; null for a node without a row.
     QString keywords(int iNode) const;
+    /// All that the node has, on one line; of a very long text the beginning. Empty for a node without a row.
+    QString allKeywords(int iNode) const;
 
 private:
     QVariant value(int iNode, int iField) const;

@@ -132,7 +132,16 @@ QVariant CNodeModel::data(const QModelIndex& oIndex, int iRole) const
         return item(node(oIndex), oIndex.column()).text(oIndex.column());
     if (iRole == Qt::DecorationRole && oIndex.column() == CListViewItem::NodeColumn)
         return icon(int(oIndex.internalId()));
+    if (iRole == Qt::ToolTipRole)
+        return toolTip(node(oIndex));
     return {};
+}
+
+// As rich text, which breaks its lines; keywords have no tags.
+QString CNodeModel::toolTip(int iNode) const
+{
+    const QString sKeywords = pKeywords ? pKeywords->allKeywords(iNode) : QString();
+    return sKeywords.isEmpty() ? sKeywords : QStringLiteral("<qt>%1</qt>").arg(sKeywords.toHtmlEscaped());
 }
 
 QVariant CNodeModel::headerData(int iSection, Qt::Orientation eOrientation, int iRole) const

@@ -53,6 +53,7 @@ private:
     QModelIndex indexOf(int iItem, int iColumn) const;
     CListViewItem item(int iNode, int iColumn) const;
     QIcon icon(int iItem) const;
+    QString toolTip(int iNode) const;
     std::vector<int> sortItems(int iColumn, Qt::SortOrder eOrder);
 
     CNodeItems oItems;

@@ -149,6 +149,45 @@ private Q_SLOTS:
         QVERIFY(!pModel->headerData(0, Qt::Horizontal, Qt::DecorationRole).isValid());
     }
 
+    void aColumnsTipIsItsType_data()
+    {
+        QTest::addColumn<QString>("sType");
+        QTest::addColumn<QString>("sTip");
+        for (const char* pcType : {"TINYINT", "SMALLINT", "MEDIUMINT", "INT", "BIGINT", "FLOAT", "DOUBLE",
+                 "DATE", "TIME", "DATETIME", "TIMESTAMP", "YEAR", "TEXT", "BLOB"})
+            QTest::newRow(pcType) << QString::fromLatin1(pcType) << QString::fromLatin1(pcType);
+        for (const char* pcType :
+            {"DECIMAL(5,2)", "BIT(3)", "CHAR(4)", "BINARY(4)", "VARCHAR(4)", "VARBINARY(4)", "GEOMETRY"})
+            QTest::newRow(pcType) << QString::fromLatin1(pcType)
+                                  << QString::fromLatin1(pcType).section(u'(', 0, 0);
+        QTest::newRow("ENUM") << u"ENUM('a', 'b')"_s << u"ENUM"_s;
+        QTest::newRow("SET") << u"SET('a', 'b')"_s << u"SET"_s;
+        QTest::newRow("letters in the order of their bytes")
+            << u"VARCHAR(9) COLLATE utf8mb4_bin"_s << u"VARCHAR"_s;
+        QTest::newRow("JSON") << u"JSON"_s << u"TEXT"_s;
+        QTest::newRow("unsigned") << u"INT UNSIGNED"_s << u"INT UNSIGNED"_s;
+        QTest::newRow("long text") << u"LONGTEXT"_s << u"TEXT"_s;
+    }
+
+    void aColumnsTipIsItsType()
+    {
+        QFETCH(QString, sType);
+        QFETCH(QString, sTip);
+        oServer.sql(u"CREATE OR REPLACE TABLE news.types (cell %1)"_s.arg(sType));
+        show(run(u"SELECT cell FROM types"_s), {u"cell"_s, u"missing"_s});
+        const auto tip = [this](int i) { return pModel->headerData(i, Qt::Horizontal, Qt::ToolTipRole); };
+        QCOMPARE(tip(0).toString(), u"cell: "_s + sTip);
+        QCOMPARE(tip(1).toString(), u""_s);
+        QCOMPARE(tip(2).toString(), u""_s);
+    }
+
+    void aColumnsTipHasNoTags()
+    {
+        show(run(u"SELECT id AS `<img src='x'>` FROM document"_s), {u"<img src='x'>"_s});
+        QCOMPARE(pModel->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(),
+            u"&lt;img src='x'&gt;: INT"_s);
+    }
+
     void aRecordHoldsTheHiddenFieldsToo()
     {
         show(result(u"ORDER BY id"_s), {u"id"_s});

@@ -171,6 +171,34 @@ private Q_SLOTS:
         QCOMPARE(oTree.picture(), Bare);
     }
 
+    void aTipHasAllKeywordsOfItsNode_data()
+    {
+        QTest::addColumn<QString>("sKeywords");
+        QTest::addColumn<QString>("sTip");
+        QTest::newRow("more than are shown")
+            << u"'one\\ntwo\\nthree\\nfour\\nfive'"_s << u"<qt>one, two, three, four, five</qt>"_s;
+        QTest::newRow("two, of which one is shown") << u"'one\\ntwo\\n'"_s << u"<qt>one, two</qt>"_s;
+        QTest::newRow("signs") << u"'a < b\\n<img src=x>'"_s << u"<qt>a &lt; b, &lt;img src=x&gt;</qt>"_s;
+        QTest::newRow("none") << u"''"_s << u""_s;
+        QTest::newRow("null") << u"NULL"_s << u""_s;
+        QTest::newRow("very long") << u"REPEAT('a', 10000000)"_s
+                                   << u"<qt>"_s + QString(4000, u'a') + u"</qt>"_s;
+    }
+
+    void aTipHasAllKeywordsOfItsNode()
+    {
+        QFETCH(QString, sKeywords);
+        QFETCH(QString, sTip);
+        oServer.sql(u"CREATE OR REPLACE TABLE som.tips (_assigned_topic INT, _keywords LONGTEXT);"
+                    "INSERT INTO som.tips VALUES (0, 'root'), (0, %1)"_s.arg(sKeywords));
+        CTestTree oTree;
+        oTree.connectTo(u"som"_s);
+        oTree.fill(CNodeLists{{1, 2}, {}, {}}, u"tips"_s);
+        for (const int iColumn : {0, 1})
+            QCOMPARE(oTree->find(1).siblingAtColumn(iColumn).data(Qt::ToolTipRole).toString(), sTip);
+        QCOMPARE(oTree->find(2).data(Qt::ToolTipRole).toString(), u""_s); // no row for this node
+    }
+
 private:
     CPrivateServer oServer;
 };

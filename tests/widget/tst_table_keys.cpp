@@ -7,6 +7,8 @@
 #include "tests/support/CStrictTest.h"
 #include "tests/support/testmain.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -184,6 +186,23 @@ private Q_SLOTS:
         for (const Qt::Key eKey : {Qt::Key_Home, Qt::Key_End, Qt::Key_Down, Qt::Key_Tab, Qt::Key_PageDown})
             QTest::keyClick(&table(), eKey);
         QCOMPARE(table().currentRow(), -1);
+    }
+
+    void controlCCopiesTheHeadersAndTheCurrentRow()
+    {
+        oServer.sql(u"UPDATE news.document SET title=CONCAT('Nr.', CHAR(9), 4, CHAR(13), CHAR(10), 'end')"
+                    " WHERE id=104"_s);
+        table().selection(9);
+        choose({3, 0});
+        QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), u"date\ttitle\n05.01.07 00:00\tNr. 4 end"_s);
+    }
+
+    void withoutACurrentRowNothingIsCopied()
+    {
+        QApplication::clipboard()->setText(u"before"_s);
+        QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), u"before"_s);
     }
 
     void focusMakesNoRowCurrent()

@@ -4,12 +4,12 @@
 #include "CNodeBrowser.h"
 
 #include "CDateField.h"
+#include "CPaneFocus.h"
 #include "binding/CCommandEvent.h"
 #include "binding/commands.h"
 #include "panes.h"
 #include "table/CTable.h"
 #include "tree/CListView.h"
-#include "viewer/CEdit.h"
 #include "viewer/CTextView.h"
 
 #include <QCheckBox>
@@ -99,6 +99,7 @@ void CNodeBrowser::connectParts()
     connect(pListView, &CListView::currentItemChanged, this,
         qOverload<const QModelIndex&>(&CNodeBrowser::selection));
     connect(pDateEdit, &QDateTimeEdit::dateTimeChanged, this, &CNodeBrowser::dateChanged);
+    new CPaneFocus(this, {pListView, pTable, pTextEdit, pDateEdit});
     connect(pCheckDate, &QCheckBox::toggled, this, &CNodeBrowser::checkBoxChanged);
 }
 
@@ -266,16 +267,12 @@ void CNodeBrowser::setText(QSqlRecord* pRecord)
     const QString sField = QStringLiteral("text");
     const bool bHasText = pRecord != nullptr && pRecord->contains(sField);
     pTextEdit->showText(bHasText ? pRecord->value(sField).toString() : QStringLiteral("no text available"));
+    sTitle = pRecord != nullptr ? pRecord->value(QStringLiteral("title")).toString() : QString();
 }
 
-// Deliberate: the viewer is never deleted; closing hides it. Test: tst_nodebrowser,
-// everyDoubleClickOpensAFurtherViewer.
 void CNodeBrowser::openFullView(int /*row*/, int /*col*/, int /*button*/, const QPoint& /*pos*/)
 {
-    auto* pViewer = new CEdit;
-    pViewer->setText(pTextEdit->givenText());
-    pViewer->resize(panes::FirstViewerSize);
-    pViewer->show();
+    oViewers.open(pTextEdit->givenText(), sTitle);
 }
 
 void CNodeBrowser::resizeEvent(QResizeEvent* pEvent)

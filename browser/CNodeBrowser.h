@@ -5,6 +5,7 @@
 
 #include "CColumnMenus.h"
 #include "COmbrelWin.h"
+#include "CViewers.h"
 
 #include <QFrame>
 
@@ -93,5 +94,7 @@ private:
     int iPosY = 0;
     bool bHostSelect = false; ///< the host chooses: the tree's own signal must not run the query again
     CColumnMenus oMenus;
+    CViewers oViewers;
+    QString sTitle; ///< of the document in the text panel
     QSplitter* pPanes = nullptr; ///< tree and right side
 };

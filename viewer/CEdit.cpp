@@ -3,6 +3,7 @@
 
 #include "CEdit.h"
 
+#include "CFoundTexts.h"
 #include "CTextView.h"
 
 #include <QBoxLayout>
@@ -12,6 +13,8 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
 
 namespace {
 
@@ -38,12 +41,17 @@ CEdit::CEdit(QWidget* parent, const char* name)
     pBorderLayout->setContentsMargins(GroupMargin, GroupMargin, GroupMargin, GroupMargin);
     pTextEdit = new CTextView(pBorder, QStringLiteral("fullEdit"));
     pTextEdit->setFont(QFont(QStringLiteral("Arial"), 10));
+    pFound = std::make_unique<CFoundTexts>(*pTextEdit);
+    connect(pTextEdit->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { pFound->mark(); });
+    pTextEdit->viewport()->installEventFilter(this);
     pBorderLayout->addWidget(pTextEdit);
     setText(QStringLiteral("no data recieved"));
 
     pBoxLayout->addWidget(pBorder);
     pBoxLayout->addWidget(makeButtonRow());
 }
+
+CEdit::~CEdit() = default;
 
 QWidget* CEdit::makeButtonRow()
 {
@@ -65,6 +73,49 @@ QWidget* CEdit::makeButtonRow()
 void CEdit::setText(QString sText)
 {
     pTextEdit->showText(sText);
+    showFound(QString());
+}
+
+QString CEdit::firstLine() const
+{
+    for (QTextBlock oLine = pTextEdit->document()->begin(); oLine.isValid(); oLine = oLine.next())
+        if (const QString sLine = oLine.text().simplified(); !sLine.isEmpty())
+            return sLine;
+    return {};
+}
+
+void CEdit::setTitle(const QString& sNewTitle)
+{
+    sTitle = sNewTitle;
+    showCaption();
+}
+
+// "3 of 12" comes first: a window manager cuts off the end.
+void CEdit::showCaption()
+{
+    QStringList slParts;
+    if (pFound->count() > 0)
+        slParts << QStringLiteral("%1 of %2").arg(pFound->current()).arg(pFound->count());
+    if (!sTitle.isEmpty())
+        slParts << sTitle;
+    setWindowTitle(slParts.join(QStringLiteral(" - ")));
+}
+
+void CEdit::showFound(const QString& sText)
+{
+    pFound->search(sText);
+    showCaption();
+}
+
+// Another size shows other lines.
+bool CEdit::eventFilter(QObject* pObject, QEvent* pEvent)
+{
+    const bool bResized = pEvent->type() == QEvent::Resize && pObject == pTextEdit->viewport();
+    const bool bDone = QMainWindow::eventFilter(pObject, pEvent);
+    if (bResized)
+        QMetaObject::invokeMethod(
+            this, [this] { pFound->mark(); }, Qt::QueuedConnection); // when the lines are laid out anew
+    return bDone;
 }
 
 bool CEdit::isFindKey(const QKeyEvent& oEvent) const
@@ -92,12 +143,16 @@ void CEdit::askAndFind()
         QLineEdit::Normal, sLastSearch, &bConfirmed);
     if (bConfirmed && !sLastSearch.isEmpty())
         find(sLastSearch);
+    else
+        showFound(QString());
 }
 
 void CEdit::find(const QString& sText)
 {
-    if (pTextEdit->find(sText))
+    const bool bFound = pTextEdit->find(sText);
+    if (bFound)
         pTextEdit->ensureCursorVisible();
-    else
+    showFound(sText);
+    if (!bFound)
         QMessageBox::information(this, QStringLiteral("Find"), QStringLiteral("Nothing found"));
 }

@@ -74,7 +74,7 @@ private Q_SLOTS:
         closeAll();
         // then
         QCOMPARE(oAnalyst.dialog(), oDialog);
-        QCOMPARE(oScreen.shown(), QByteArrayList({"Find", "Ombrel", "Ombrel"}));
+        QCOMPARE(oScreen.shown(), QByteArrayList({"Find", "Ombrel", "Zug entgleist"}));
         oHost.call("select", {"i:2"});
         QCOMPARE(oHost.numRows(), 2);
         // when
@@ -121,7 +121,8 @@ private:
     /// Has the window manager ask the main window and every viewer to close; they have been asked then.
     void closeAll() const
     {
-        oScreen.closeAll("Ombrel");
+        for (const char* pcTitle : {"Ombrel", "Zug entgleist"})
+            oScreen.closeAll(pcTitle);
         oScreen.hover({5, 5});
     }
 

@@ -37,7 +37,7 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.viewers(), QByteArrayList({"shown"}));
         QCOMPARE(oAnalyst.text("0/fullEdit"), "Es schneit in Zürich.");
         QCOMPARE(oAnalyst.text("texteditor"), "Es schneit in Zürich.");
-        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Ombrel", "Ombrel"}));
+        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Ombrel", "Schnee im März"}));
     }
 
     void everyDoubleClickOpensAFurtherViewer()
@@ -222,7 +222,7 @@ private Q_SLOTS:
         // when
         oAnalyst.choose("File", "Quit");
         // then
-        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Ombrel"}));
+        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Schnee im März"}));
         QCOMPARE(oAnalyst.viewers(), QByteArrayList({"shown"}));
         QTUTILS_WAIT_FOR(oAnalyst.focus() == "0/fullEdit");
         oAnalyst.press({"ctrl+a"});

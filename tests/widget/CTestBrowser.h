@@ -59,7 +59,7 @@ public:
     QPoint cell(int iRow, int iColumn);
     void clickCell(int iRow, int iColumn);
     void doubleClickCell(int iRow, int iColumn);
-    /// The full-text viewers, open and closed ones, in the order of their opening.
+    /// The full-text viewers, open and closed ones, in no order.
     static QList<QWidget*> viewers();
 
     CHandover oHandover;

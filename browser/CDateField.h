@@ -5,7 +5,10 @@
 
 #include <QDateTimeEdit>
 
-/// A date field that has no date until somebody sets one. [ui-thread]
+class QCalendarWidget;
+
+/// A date field that has no date until somebody sets one, by typing or from a calendar, which its sign, F4
+/// and Alt+Down open. [ui-thread]
 class CDateField : public QDateTimeEdit
 {
     Q_OBJECT
@@ -18,6 +21,16 @@ public:
 
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
 
+protected:
+    void keyPressEvent(QKeyEvent* pEvent) override;
+
 private:
+    void addCalendarSign();
+    void makeCalendar();
+    void openCalendar();
+    void pick(QDate oDay);
+
     bool bTouched = false;
+    QWidget* pPopup = nullptr; ///< null until it is opened for the first time
+    QCalendarWidget* pCalendar = nullptr; ///< in it
 };

@@ -34,7 +34,7 @@ def program(tmp_path: Path) -> list[str]:
 
 
 def test_the_page_has_a_program_and_its_commands() -> None:
-    assert [language for language, _ in SAMPLES] == ["c", "sh", "", ""]
+    assert [language for language, _ in SAMPLES] == ["c", "sh", "", "", ""]
 
 
 @pytest.mark.parametrize("compiler", ["gcc", "clang"])
@@ -55,6 +55,16 @@ def test_the_program_runs_as_it_is_written(program: list[str], surroundings: dic
         "CNodeBrowser: Changed Table to news_train",
         "Database is open. Commencing.",
     ]
+
+
+def test_the_program_tells_what_it_does(program: list[str], surroundings: dict[str, str]) -> None:
+    variable, rules = re.findall(r"^(\w+)='(.*)' \./host$", SAMPLES[-1][1], re.MULTILINE)[0]
+    with running(program, surroundings | {variable: rules}) as process:
+        assert process.stdout and process.stdout.readline()
+        _, errors = process.communicate("\n", timeout=LIMIT)
+    told = [line.partition(": ")[2] for line in errors.splitlines() if line.startswith("qtutils.host: ")]
+    assert {"select 1", "getNumRows: 5", "show"} < set(told)
+    assert re.search("^qtutils.sql: SELECT .*: 5 rows in [0-9]+ ms$", errors, re.MULTILINE)
 
 
 def test_the_program_says_that_it_has_no_window(program: list[str], surroundings: dict[str, str]) -> None:

@@ -184,8 +184,8 @@ private Q_SLOTS:
     void aColumnsTipHasNoTags()
     {
         show(run(u"SELECT id AS `<img src='x'>` FROM document"_s), {u"<img src='x'>"_s});
-        QCOMPARE(pModel->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(),
-            u"&lt;img src='x'&gt;: INT"_s);
+        QCOMPARE(
+            pModel->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(), u"&lt;img src='x'&gt;: INT"_s);
     }
 
     void aRecordHoldsTheHiddenFieldsToo()

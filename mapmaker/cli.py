@@ -20,6 +20,7 @@ from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import exit_code, json_text, text_lines
 from mapmaker.hostnames import HostNames, NameFault
 from mapmaker.options import UsageError, check, parser
+from mapmaker.spider import Link
 from mapmaker.sources import changelogs, sample
 from mapmaker.sources.document import Document, SourceError
 from mapmaker.spool import Spool, spooled
@@ -130,7 +131,7 @@ def host_names(options: argparse.Namespace) -> HostNames:
 def link_head(options: argparse.Namespace) -> None:
     """Makes the links of a head."""
     with store.connection() as link:
-        made = head.link_tables(link, host_names(options), options.server)
+        made = head.link_tables(link, host_names(options), Link(options.server, options.link_ca or ""))
     say(f"{', '.join(made)}: linked to {options.server}")
 
 

@@ -25,7 +25,8 @@ def home(link: Any, options: argparse.Namespace, environment: Mapping[str, str])
     """Where the documents go. Raises StoreError when the server isn't one of the kind that the options name."""
     if options.cluster == SHARDS:
         names = options.servers.split(",")
-        with shards.shards(link, names, options.load != THROUGH_HEAD, environment) as made:
+        straight = options.load != THROUGH_HEAD
+        with shards.shards(link, names, straight, environment, options.link_ca or "") as made:
             yield made
         return
     with link.cursor() as cursor:

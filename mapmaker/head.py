@@ -12,22 +12,23 @@ from mapmaker.store import FILLED, StoreError
 LONGEST = 64 - len(FILLED)
 
 
-def link_tables(link: Any, names: HostNames, server: str) -> tuple[str, ...]:
+def link_tables(link: Any, names: HostNames, way: spider.Link) -> tuple[str, ...]:
     """Makes the tables of a map as links to those of the same names on a server, and gives their names.
 
     Columns and indices are asked for there. Earlier links are replaced, all at once. Raises StoreError where a table
     has rows of its own.
     """
     check(names)
+    spider.check_authority(way.authority)
     with link.cursor() as cursor:
         spider.require_engine(cursor)
-        spider.places(cursor, [server])
+        spider.places(cursor, [way.server])
         for table in names.tables():
             require_no_rows(cursor, table)
         for database in sorted({names.som_database, names.source_database}):
             store.create_database(cursor, database)
         for full_name in names.tables():
-            definition = spider.link_definition(server, *full_name.split("."))
+            definition = spider.link_definition(way, *full_name.split("."))
             cursor.execute(f"DROP TABLE IF EXISTS {full_name}{FILLED}")
             cursor.execute(f"CREATE TABLE {full_name}{FILLED} {definition}")
     store.swap(link, names.tables())

@@ -35,6 +35,7 @@ def parser() -> argparse.ArgumentParser:
         "--server", required=True, metavar="NAME", help="where the rows are, by CREATE SERVER"
     )
     add_databases(linked)
+    add_link_ca(linked)
     looked_at = commands.add_parser("doctor", help="look at a database before a host uses it; writes nothing")
     looked_at.add_argument("table", metavar="TABLE", help="table of assignments that the host will name")
     looked_at.add_argument("--json", action="store_true", help="print the findings as JSON")
@@ -77,7 +78,14 @@ def add_cluster_options(command: argparse.ArgumentParser) -> None:
         metavar="HOW",
         help="write documents straight into the shards, or through the head (straight)",
     )
+    add_link_ca(command)
     add("--wait-for", metavar="HOST[:PORT],...", help="servers that must have the new map at the end")
+
+
+def add_link_ca(command: argparse.ArgumentParser) -> None:
+    """Encryption of links."""
+    about = "who signs the servers' certificates: a file on the head, by which it reads encrypted (in plain)"
+    command.add_argument("--link-ca", metavar="FILE", help=about)
 
 
 def check(options: argparse.Namespace) -> None:
@@ -111,9 +119,9 @@ def check_cluster(options: argparse.Namespace) -> None:
         raise UsageError(f"--cluster must be {', '.join(KINDS[:-1])} or {KINDS[-1]}")
     if options.wait_for is not None and not options.cluster:
         raise UsageError("--wait-for needs --cluster")
-    for name in ("servers", "load"):
+    for name in ("servers", "load", "link_ca"):
         if getattr(options, name) is not None and options.cluster != SHARDS:
-            raise UsageError(f"--{name} belongs to --cluster {SHARDS}")
+            raise UsageError(f"--{name.replace('_', '-')} belongs to --cluster {SHARDS}")
     if options.load not in (None, *LOADS):
         raise UsageError(f"--load must be {' or '.join(LOADS)}")
     if options.cluster == SHARDS and not options.servers:

@@ -25,10 +25,12 @@ TABLE = re.compile(r"document__(\d+)")
 class Shards:
     """The servers of the documents by the names that the head knows, with a connection to each."""
 
-    def __init__(self, links: Mapping[str, Any], straight: bool) -> None:
-        """Rows go straight to the shards, or through the head's table."""
+    def __init__(self, links: Mapping[str, Any], straight: bool, authority: str = "") -> None:
+        """Rows go straight to the shards, or through the head's table. With a file of an authority the head reads
+        them encrypted."""
         self.links = links
         self.straight = straight
+        self.authority = authority
         self.table = ""  # full name on the shards, as soon as they are prepared
 
     def prepare(self, link: Any, names: Names) -> str:
@@ -44,7 +46,8 @@ class Shards:
                     if number != used:
                         cursor.execute(f"DROP TABLE {database}.document__{number}")
                 cursor.execute(f"CREATE TABLE {self.table} {DOCUMENT} {INNODB}")
-        return spider.shard_definition(DOCUMENT, list(self.links), database, table)
+        links = [spider.Link(name, self.authority) for name in self.links]
+        return spider.shard_definition(DOCUMENT, links, database, table)
 
     def write(self, link: Any, table: str, rows: Sequence[tuple[Any, ...]]) -> None:
         """Adds documents: each to the shard where the head looks for it."""
@@ -88,9 +91,10 @@ def generations(shard: Any, database: str) -> list[int]:
 
 @contextmanager
 def shards(
-    link: Any, names: Sequence[str], straight: bool, environment: Mapping[str, str]
+    link: Any, names: Sequence[str], straight: bool, environment: Mapping[str, str], authority: str = ""
 ) -> Iterator[Shards]:
     """Connections to the servers that a head knows by these names, as the user that the environment names."""
+    spider.check_authority(authority)
     with link.cursor() as cursor:
         spider.require_engine(cursor)
         cursor.execute("SELECT @@log_bin")
@@ -104,4 +108,4 @@ def shards(
             name: stack.enter_context(store.other_server(f"the shard {name}", place.settings(), environment))
             for name, place in places.items()
         }
-        yield Shards(links, straight)
+        yield Shards(links, straight, authority)

@@ -10,7 +10,9 @@ from typing import Any, NamedTuple
 from mapmaker.store import StoreError, found
 
 NAME = re.compile(r"[A-Za-z0-9_]{1,64}")
+PATH = re.compile(r"/[A-Za-z0-9/._-]{1,255}")
 USUAL_PORT = 3306
+WRAPPER = 'wrapper "mysql"'
 
 
 class Place(NamedTuple):
@@ -25,24 +27,38 @@ class Place(NamedTuple):
         return {"host": self.host, "port": self.port} | ({"unix_socket": self.socket} if self.socket else {})
 
 
-def comment(server: str, database: str, table: str) -> str:
-    """Where a table's rows, or a partition's, are."""
-    return f"""COMMENT='srv "{server}", database "{database}", table "{table}"'"""
+class Link(NamedTuple):
+    """The way to a table on another server."""
+
+    server: str
+    authority: str = (
+        ""  # file, on the machine of the links, with who signs the server's certificate; or no encryption
+    )
+
+    def comment(self, database: str, table: str) -> str:
+        """Where the rows of a table or partition are. Without both words for TLS a server in plain would do as well."""
+        tls = f', ssl_ca "{self.authority}", ssl_verify_server_cert "1"' if self.authority else ""
+        return f'srv "{self.server}", database "{database}", table "{table}"{tls}'
 
 
-def link_definition(server: str, database: str, table: str) -> str:
+def link_definition(link: Link, database: str, table: str) -> str:
     """A table whose columns and indices the engine asks the other server for."""
-    place = comment(server, database, table).replace("'srv", """'wrapper "mysql", srv""")
-    return f"ENGINE=SPIDER DEFAULT CHARSET=utf8mb4 {place}"
+    return f"ENGINE=SPIDER DEFAULT CHARSET=utf8mb4 COMMENT='{WRAPPER}, {link.comment(database, table)}'"
 
 
-def shard_definition(columns: str, servers: Sequence[str], database: str, table: str) -> str:
+def shard_definition(columns: str, links: Sequence[Link], database: str, table: str) -> str:
     """A table whose row of an id lies on the server whose number is the rest of the division by their number."""
     parts = (
-        f"PARTITION p{number} {comment(server, database, table)}" for number, server in enumerate(servers)
+        f"PARTITION p{number} COMMENT='{link.comment(database, table)}'" for number, link in enumerate(links)
     )
-    kind = """ENGINE=SPIDER DEFAULT CHARSET=utf8mb4 COMMENT='wrapper "mysql"'"""
+    kind = f"ENGINE=SPIDER DEFAULT CHARSET=utf8mb4 COMMENT='{WRAPPER}'"
     return f"{columns} {kind}\nPARTITION BY HASH (id) ({', '.join(parts)})"
+
+
+def check_authority(path: str) -> None:
+    """Raises StoreError for a path that can't stand in a link."""
+    if path and not PATH.fullmatch(path):
+        raise StoreError(f"bad file {path!r}: a link takes only a whole path of A-Z, a-z, 0-9, /, _, . and -")
 
 
 def require_engine(cursor: Any) -> None:

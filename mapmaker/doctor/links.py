@@ -14,6 +14,7 @@ from mapmaker.doctor.patient import Patient, Table
 from mapmaker.doctor.server import is_this_machine
 
 PATIENCE = 60  # seconds
+ENCRYPTED = ('ssl_ca "', 'ssl_verify_server_cert "1"')
 CREATES_TABLES = "1"  # value of spider_bka_mode
 
 
@@ -71,7 +72,7 @@ def waiting(code: str, fault: str, state: str, seconds: int, remedy: str) -> Fin
 
 
 def encryption(patient: Patient, links: list[Table]) -> Iterator[Finding]:
-    """Links that name no authority, to servers elsewhere or unknown to the user."""
+    """Links that don't ask for encryption and a known server, to servers elsewhere or unknown to the user."""
     try:
         near = {
             name: bool(socket) or is_this_machine(host)
@@ -80,10 +81,10 @@ def encryption(patient: Patient, links: list[Table]) -> Iterator[Finding]:
     except pymysql.MySQLError:
         near = {}
     for table in links:
-        named = [place for place in table.places if 'srv "' in place]
-        servers = re.findall(r'srv "([^"]+)"', " ".join(place for place in named if 'ssl_ca "' not in place))
+        plain = [place for place in table.places if not all(word in place for word in ENCRYPTED)]
+        servers = re.findall(r'srv "([^"]+)"', " ".join(plain))
         if far := sorted({server for server in servers if not near.get(server)}):
-            fault = f"the link to {', '.join(far)} names no certificate (ssl_ca)"
-            effect = "rows come in plain, unless that is this machine or a tunnel"
-            remedy = 'write ssl_ca "FILE", ssl_vsc "1" into the link, or use a tunnel'
+            fault = f"the link to {', '.join(far)} doesn't ask for encryption and a known server"
+            effect = "rows may come in plain, or from anybody, unless that is this machine or a tunnel"
+            remedy = "make the links with --link-ca, or use a tunnel"
             yield Finding(Severity.NOTE, "links.encryption", table.full_name, fault, effect, remedy)

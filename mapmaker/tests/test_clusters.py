@@ -136,6 +136,7 @@ def test_a_server_without_a_cluster_is_one_line(server: dict[str, str], node: Pr
         ("--cluster shards --servers a --load fast", "--load must be straight or head"),
         ("--cluster galera --servers a,b", "--servers belongs to --cluster shards"),
         ("--load head", "--load belongs to --cluster shards"),
+        ("--cluster galera --link-ca /a", "--link-ca belongs to --cluster shards"),
         ("--wait-for db1", "--wait-for needs --cluster"),
         ("--cluster galera --wait-for db1:x", "--wait-for: 'db1:x' is no host and port"),
         ("--cluster galera --wait-for db1:65536", "--wait-for: 'db1:65536' is no host and port"),

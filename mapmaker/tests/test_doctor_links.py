@@ -13,7 +13,7 @@ from mapmaker.doctor import plan
 from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.hostnames import HostNames
-from mapmaker.spider import shard_definition
+from mapmaker.spider import Link, shard_definition
 from mapmaker.tests.doctorbase import GOOD, codes, global_setting, good_database
 from mapmaker.tests.privateserver import PrivateServer, connect, spider_options
 from mapmaker.tests.test_shards import BATCHED, known
@@ -46,7 +46,7 @@ def front(servers: Callable[..., PrivateServer], behind: PrivateServer) -> Priva
 def links(front: PrivateServer) -> Iterator[PrivateServer]:
     """The head with links to the map."""
     with store.connection(front.environment) as opened:
-        head.link_tables(opened, NAMES, "backend")
+        head.link_tables(opened, NAMES, Link("backend"))
     yield front
     front.ask("DROP DATABASE ill_map;\nDROP DATABASE ill_texts")
 
@@ -66,7 +66,7 @@ def in_shards(front: PrivateServer, servers: list[str]) -> None:
     """Puts the documents into partitions, of which each is a link, and the rest into the head."""
     front.ask(
         "DROP TABLE ill_texts.document;\n"
-        f"CREATE TABLE ill_texts.document {shard_definition(COLUMNS, servers, 'ill_texts', 'document')};\n"
+        f"CREATE TABLE ill_texts.document {shard_definition(COLUMNS, [Link(name) for name in servers], 'ill_texts', 'document')};\n"
         "CREATE TABLE ill_map.own ENGINE=InnoDB AS SELECT * FROM ill_map.t_train;\n"
         "ALTER TABLE ill_map.own ADD PRIMARY KEY (node, item);\n"
         "DROP TABLE ill_map.t_train;\nRENAME TABLE ill_map.own TO ill_map.t_train"

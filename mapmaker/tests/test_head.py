@@ -4,22 +4,27 @@
 """A head without rows: its tables are links to a map on another server."""
 
 from collections.abc import Callable
+from pathlib import Path
 
+import pymysql  # type: ignore[import]
 import pytest
 
 from mapmaker import cli, head, store
 from mapmaker.hostnames import HostNames, NameFault
+from mapmaker.spider import Link
 from mapmaker.tests.maps import READER, ask, marked, marks, put, watched, whole
-from mapmaker.tests.privateserver import PrivateServer, spider_options
+from mapmaker.tests.privateserver import PASSWORD, USER, PrivateServer, spider_options
 from mapmaker.tests.test_shards import known
 
+TLS = Path(__file__).parents[2] / "tests" / "data" / "tls"
 NAMES = HostNames("som", "texts", "notes_train")
 
 
 @pytest.fixture(scope="module")
 def behind(servers: Callable[..., PrivateServer]) -> PrivateServer:
-    """The server with the rows."""
-    return servers("behind", "--general-log", "--log-output=TABLE")
+    """The server with the rows, which can encrypt."""
+    certificate = [f"--ssl-cert={TLS}/localhost.pem", f"--ssl-key={TLS}/server-key.pem"]
+    return servers("behind", "--general-log", "--log-output=TABLE", *certificate)
 
 
 @pytest.fixture(scope="module")
@@ -36,10 +41,12 @@ def no_tables(front: PrivateServer) -> None:
     front.ask("DROP DATABASE IF EXISTS som;\nDROP DATABASE IF EXISTS texts")
 
 
-def link(front: PrivateServer, names: HostNames = NAMES, server: str = "backend") -> None:
+def link(
+    front: PrivateServer, names: HostNames = NAMES, server: str = "backend", authority: str = ""
+) -> None:
     """Makes the links."""
     with store.connection(front.environment) as opened:
-        head.link_tables(opened, names, server)
+        head.link_tables(opened, names, Link(server, authority))
 
 
 @pytest.mark.parametrize(
@@ -92,6 +99,38 @@ def test_a_head_need_not_be_told_of_a_new_map(front: PrivateServer, behind: Priv
             put(behind.environment, marked(mark))
     assert set(seen) <= {whole(mark) for mark in range(8)}
     assert marks(ask(front.environment, READER)) == {(7.0, "7")}
+
+
+def test_links_may_be_encrypted(
+    front: PrivateServer, behind: PrivateServer, servers: Callable[..., PrivateServer]
+) -> None:
+    put(behind.environment, marked(1))
+    behind.ask(f"ALTER USER {USER}@localhost REQUIRE SSL")
+    try:
+        with pytest.raises(store.StoreError, match="^the server refuses: Unable to connect [^\n]* backend$"):
+            link(front)
+        link(front, authority=f"{TLS}/authority.pem")
+        assert marks(ask(front.environment, READER)) == {(1.0, "1")}
+        with pytest.raises(store.StoreError, match="^the server refuses: Unable to connect [^\n]* backend$"):
+            link(front, authority=f"{TLS}/other-authority.pem")
+    finally:
+        run_encrypted(behind, f"ALTER USER {USER}@localhost REQUIRE NONE")
+    plain = servers("plain", "--skip-ssl")
+    known(front, "plain", plain)
+    put(plain.environment, marked(2))
+    with pytest.raises(store.StoreError, match="^the server refuses: Unable to connect [^\n]* plain$"):
+        link(front, server="plain", authority=f"{TLS}/authority.pem")
+    with pytest.raises(store.StoreError, match='^bad file "/a\'b": [^\n]*$'):
+        link(front, authority="/a'b")
+
+
+def run_encrypted(server: PrivateServer, statement: str) -> None:
+    """Carries out a statement for a user who must encrypt."""
+    link = pymysql.connect(
+        unix_socket=f"{server.folder}/socket", user=USER, password=PASSWORD, ssl_ca=f"{TLS}/authority.pem"
+    )
+    link.cursor().execute(statement)
+    link.close()
 
 
 def test_links_are_replaced_by_links(front: PrivateServer, behind: PrivateServer) -> None:

@@ -80,11 +80,15 @@ def encryption(patient: Patient, links: list[Table]) -> Iterator[Finding]:
         }
     except pymysql.MySQLError:
         near = {}
-    for table in links:
-        plain = [place for place in table.places if not all(word in place for word in ENCRYPTED)]
-        servers = re.findall(r'srv "([^"]+)"', " ".join(plain))
-        if far := sorted({server for server in servers if not near.get(server)}):
-            fault = f"the link to {', '.join(far)} doesn't ask for encryption and a known server"
-            effect = "rows may come in plain, or from anybody, unless that is this machine or a tunnel"
-            remedy = "make the links with --link-ca, or use a tunnel"
-            yield Finding(Severity.NOTE, "links.encryption", table.full_name, fault, effect, remedy)
+    places = [place for table in links for place in table.places]
+    plain = [place for place in places if not all(word in place for word in ENCRYPTED)]
+    servers = set(re.findall(r'srv "([^"]+)"', " ".join(plain)))
+    if far := sorted(server for server in servers if not near.get(server)):
+        yield Finding(
+            Severity.NOTE,
+            "links.encryption",
+            "server",
+            f"links to {', '.join(far)} don't ask for encryption and a known server",
+            "rows may come in plain, or from anybody, unless that is this machine or a tunnel",
+            "make the links with --link-ca, or use a tunnel",
+        )

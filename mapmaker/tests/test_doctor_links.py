@@ -14,7 +14,7 @@ from mapmaker.doctor.examine import examine
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.hostnames import HostNames
 from mapmaker.spider import Link, shard_definition
-from mapmaker.tests.doctorbase import GOOD, codes, global_setting, good_database
+from mapmaker.tests.doctorbase import GOOD, READER, codes, global_setting, good_database, reader
 from mapmaker.tests.privateserver import PrivateServer, connect, spider_options
 from mapmaker.tests.test_shards import BATCHED, known
 
@@ -51,9 +51,9 @@ def links(front: PrivateServer) -> Iterator[PrivateServer]:
     front.ask("DROP DATABASE ill_map;\nDROP DATABASE ill_texts")
 
 
-def look(server: PrivateServer) -> list[Finding]:
-    """What the doctor says, but for the rights of the user."""
-    with store.connection(server.environment, autocommit=None) as link:
+def look(server: PrivateServer, environment: dict[str, str] | None = None) -> list[Finding]:
+    """What the doctor says to a user, else to one who may do all, but for the rights."""
+    with store.connection(environment or server.environment, autocommit=None) as link:
         found = examine(link, "localhost", NAMES)
     return [finding for finding in found if finding.code != "rights.more"]
 
@@ -140,9 +140,19 @@ def test_links_to_elsewhere_without_a_certificate_are_noted(
 ) -> None:
     far = "FOREIGN DATA WRAPPER mysql OPTIONS (HOST 'db.example.org', USER 'u')"
     links.ask(f"CREATE OR REPLACE SERVER backend {far}")
-    found = [finding for finding in look(links) if finding.code == "links.encryption"]
+    found = look(links)
     known(links, "backend", behind)
-    assert [finding.place for finding in found] == ["ill_map.t_train", "ill_map.t_som", "ill_texts.document"]
+    assert "links to backend don't ask for encryption and a known server" in [note.fault for note in found]
+    links.ask(f"CREATE OR REPLACE SERVER backend {far.replace('db.example.org', '127.0.0.1')}")
+    found = look(links)
+    known(links, "backend", behind)
+    assert "links.encryption" not in codes(found)
+
+
+def test_a_user_who_may_not_see_where_links_lead_gets_a_note(links: PrivateServer) -> None:
+    grants = "".join(f";\nGRANT SELECT ON {table} TO {READER}@localhost" for table in NAMES.tables())
+    links.ask(f"CREATE USER {READER}@localhost IDENTIFIED BY 'reads'" + grants)
+    assert codes(look(links, reader(links.environment))) == ["links.encryption"]
 
 
 def test_a_server_that_is_gone_is_an_error(

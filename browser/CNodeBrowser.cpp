@@ -38,6 +38,7 @@ CNodeBrowser::CNodeBrowser(QString host, QString user, QString password, QString
     });
     pLayout->addWidget(pPanes);
     makeMenus(*pLayout);
+    nameParts();
     connectParts();
 }
 
@@ -89,6 +90,16 @@ void CNodeBrowser::makeMenus(QBoxLayout& oLayout)
     updateMenu();
     pMenuBar->addMenu(pFileMenu);
     oMenus.insertInto(*pMenuBar);
+}
+
+// For screen readers and the like; none of it is seen.
+void CNodeBrowser::nameParts()
+{
+    setAccessibleName(QStringLiteral("Map of documents"));
+    pListView->setAccessibleName(QStringLiteral("Nodes"));
+    pTable->setAccessibleName(QStringLiteral("Documents"));
+    pTextEdit->setAccessibleName(QStringLiteral("Text of the document"));
+    pDateEdit->setAccessibleName(QStringLiteral("Date"));
 }
 
 void CNodeBrowser::connectParts()

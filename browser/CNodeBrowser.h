@@ -74,6 +74,7 @@ private:
     void makeTextGroup(QWidget* pParent);
     QWidget* makeDateGroup(QWidget* pParent);
     void makeMenus(QBoxLayout& oLayout);
+    void nameParts();
     void connectParts();
     void selectByDate();
 

@@ -124,6 +124,17 @@ QIcon CNodeModel::icon(int iItem) const
     return bKnown ? oIcons.forTopic(vSigns[std::size_t(iNode)]) : QIcon();
 }
 
+// Said by screen readers, which don't see branches: "level 2, 3 of 14".
+QString CNodeModel::place(int iItem) const
+{
+    int iLevel = 1;
+    for (int iAbove = oItems.parent(iItem); iAbove != CNodeItems::None; iAbove = oItems.parent(iAbove))
+        iLevel++;
+    const int iParent = oItems.parent(iItem);
+    const int iSiblings = iParent == CNodeItems::None ? 1 : oItems.numChildren(iParent);
+    return QStringLiteral("level %1, %2 of %3").arg(iLevel).arg(oItems.row(iItem) + 1).arg(iSiblings);
+}
+
 QVariant CNodeModel::data(const QModelIndex& oIndex, int iRole) const
 {
     if (!oIndex.isValid())
@@ -134,6 +145,8 @@ QVariant CNodeModel::data(const QModelIndex& oIndex, int iRole) const
         return icon(int(oIndex.internalId()));
     if (iRole == Qt::ToolTipRole)
         return toolTip(node(oIndex));
+    if (iRole == Qt::AccessibleDescriptionRole && oIndex.column() == CListViewItem::NodeColumn)
+        return place(int(oIndex.internalId()));
     return {};
 }
 

@@ -54,6 +54,7 @@ private:
     CListViewItem item(int iNode, int iColumn) const;
     QIcon icon(int iItem) const;
     QString toolTip(int iNode) const;
+    QString place(int iItem) const;
     std::vector<int> sortItems(int iColumn, Qt::SortOrder eOrder);
 
     CNodeItems oItems;

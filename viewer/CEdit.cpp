@@ -40,6 +40,7 @@ CEdit::CEdit(QWidget* parent, const char* name)
     auto* pBorderLayout = new QVBoxLayout(pBorder);
     pBorderLayout->setContentsMargins(GroupMargin, GroupMargin, GroupMargin, GroupMargin);
     pTextEdit = new CTextView(pBorder, QStringLiteral("fullEdit"));
+    pTextEdit->setAccessibleName(QStringLiteral("Text of the document"));
     pTextEdit->setFont(QFont(QStringLiteral("Arial"), 10));
     pFound = std::make_unique<CFoundTexts>(*pTextEdit);
     connect(pTextEdit->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { pFound->mark(); });

@@ -12,7 +12,7 @@ import pytest
 from mapmaker import store
 from mapmaker.shards import Shards, shards
 from mapmaker.tests.maps import DOCUMENTS, NAMES, READER, ask, marked, marks, put, watched, whole
-from mapmaker.tests.privateserver import PASSWORD, USER, PrivateServer, spider_options
+from mapmaker.tests.privateserver import PASSWORD, USER, PrivateServer, free_port, spider_options
 
 BATCHED = [
     "--optimizer-switch=mrr=on,mrr_sort_keys=on",
@@ -172,13 +172,39 @@ def test_a_server_without_the_engine_is_one_line(cluster: Cluster) -> None:
         put_in_shards(cluster._replace(head=cluster.shards[0]), 1)
 
 
+@pytest.fixture(scope="module")
+def heads(cluster: Cluster, servers: Callable[..., PrivateServer]) -> tuple[Cluster, PrivateServer]:
+    """The shards behind a head with a binary log, and a second head that is its replica."""
+    first = servers("first", *spider_options(), "--log-bin=log", "--server-id=1", port=free_port())
+    second = servers("second", *spider_options(), "--server-id=2", "--read-only", port=free_port())
+    for head in (first, second):
+        for number, shard in enumerate(cluster.shards, 1):
+            known(head, f"b{number}", shard)
+    second.ask(
+        f"CHANGE MASTER TO master_host='127.0.0.1', master_port={first.port}, master_user='{USER}',"
+        f" master_password='{PASSWORD}', master_use_gtid=slave_pos;\nSTART SLAVE"
+    )
+    return cluster._replace(head=first), second
+
+
 def test_no_rows_go_through_a_head_whose_replicas_would_write_them_again(
-    cluster: Cluster, servers: Callable[..., PrivateServer]
+    heads: tuple[Cluster, PrivateServer]
 ) -> None:
-    logging = cluster._replace(head=servers("logging", *spider_options(), "--log-bin=log"))
-    for number, shard in enumerate(cluster.shards, 1):
-        known(logging.head, f"b{number}", shard)
     with pytest.raises(store.StoreError, match="^the head keeps a binary log, .*: use --load straight$"):
-        put_in_shards(logging, 1, straight=False)
-    put_in_shards(logging, 1)
-    assert marks(ask(logging.environment, READER)) == {(1.0, "1")}
+        put_in_shards(heads[0], 1, straight=False)
+
+
+def test_a_head_s_replica_shows_the_old_map_or_the_new_one(heads: tuple[Cluster, PrivateServer]) -> None:
+    cluster, second = heads
+
+    def put_on_both(mark: int) -> None:
+        put_in_shards(cluster, mark)
+        position = cluster.head.ask("SELECT @@gtid_binlog_pos")[0][0]
+        assert second.ask(f"SELECT MASTER_GTID_WAIT('{position}', 30)") == [(0,)]
+        assert marks(ask(second.environment, READER)) == {(float(mark), str(mark))}
+
+    put_on_both(0)
+    with watched(second.environment) as seen:
+        for mark in range(1, 4):
+            put_on_both(mark)
+    assert set(seen) <= {whole(mark) for mark in range(4)}

@@ -46,6 +46,11 @@ FAULTS = {
         ["keywords.order"],
     ),
     "another engine": ("ALTER TABLE ill_map.t_som ENGINE=MyISAM", ["keywords.key"]),
+    "a third engine": ("ALTER TABLE ill_map.t_som ENGINE=Aria", ["keywords.key"]),
+    "partitions that mix": (
+        "ALTER TABLE ill_map.t_som PARTITION BY HASH (node) PARTITIONS 3",
+        ["keywords.order", "keywords.key"],
+    ),
     "no key of keywords": ("ALTER TABLE ill_map.t_som DROP PRIMARY KEY", ["keywords.key"]),
     "partitions": (
         "ALTER TABLE ill_map.t_som PARTITION BY RANGE (node) (PARTITION a VALUES LESS THAN (9))",

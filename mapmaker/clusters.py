@@ -9,9 +9,8 @@ from collections.abc import Iterator, Mapping, Sequence
 from contextlib import contextmanager
 from typing import Any
 
-import pymysql  # type: ignore[import]
-
 from mapmaker import shards, spider, store
+from mapmaker.driver import ServerError
 from mapmaker.options import GALERA, REPLICAS, SHARDS, THROUGH_HEAD, UsageError
 from mapmaker.store import StoreError
 
@@ -90,6 +89,6 @@ def unfinished(place: tuple[str, int], statements: Sequence[str], environment: M
                 for statement in statements:
                     cursor.execute(statement)
                 answer = cursor.fetchone()[0]
-    except (StoreError, pymysql.MySQLError) as error:
+    except (StoreError, ServerError) as error:
         return store.one_line(error)
     return "" if answer == 0 else f"{title} hasn't got the map after {store.SECONDS_TO_WAIT} s"

@@ -13,9 +13,8 @@ from collections.abc import Iterator, Mapping, Sequence
 from contextlib import ExitStack, contextmanager
 from typing import Any
 
-import pymysql  # type: ignore[import]
-
 from mapmaker import inserts, spider, store
+from mapmaker.driver import ServerError
 from mapmaker.store import DOCUMENT, INNODB, Names, StoreError
 
 GENERATION = re.compile(r'table "document__(\d+)"')
@@ -64,7 +63,7 @@ def told(name: str) -> Iterator[None]:
     """Failures of a shard become one line with its name."""
     try:
         yield
-    except pymysql.MySQLError as error:
+    except ServerError as error:
         raise StoreError(f"the shard {name} refuses: {store.one_line(error)}") from error
 
 

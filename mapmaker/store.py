@@ -14,9 +14,8 @@ from contextlib import contextmanager
 from itertools import count
 from typing import Any, NamedTuple, Protocol
 
-import pymysql  # type: ignore[import]
-
 from mapmaker import hostoptions, inserts
+from mapmaker.driver import ServerError, connect
 from mapmaker.progress import Track, silent
 from mapmaker.sources.document import LONGEST_ADDRESS, Document, is_safe_address
 
@@ -140,14 +139,14 @@ def connection(environment: Mapping[str, str] = os.environ, autocommit: bool | N
     """
     parameters = settings(environment)
     try:
-        link = pymysql.connect(**parameters, charset="utf8mb4", autocommit=autocommit)
-    except pymysql.MySQLError as error:
+        link = connect(**parameters, charset="utf8mb4", autocommit=autocommit)
+    except ServerError as error:
         raise StoreError(f"no connection to the server: {one_line(error)}") from error
     except OSError as error:
         raise StoreError(f"the files for TLS in MYSQL_HOST cannot be read: {one_line(error)}") from error
     try:
         yield link
-    except pymysql.MySQLError as error:
+    except ServerError as error:
         raise StoreError(f"the server refuses: {one_line(error)}") from error
     except inserts.RowError as error:
         raise StoreError(str(error)) from error
@@ -161,8 +160,8 @@ def other_server(title: str, place: Mapping[str, Any], environment: Mapping[str,
     parameters = settings(environment)
     parameters.pop("unix_socket", None)
     try:
-        link = pymysql.connect(**{**parameters, **place}, charset="utf8mb4", autocommit=False)
-    except pymysql.MySQLError as error:
+        link = connect(**{**parameters, **place}, charset="utf8mb4", autocommit=False)
+    except ServerError as error:
         raise StoreError(f"no connection to {title}: {one_line(error)}") from error
     try:
         yield link

@@ -5,10 +5,9 @@
 
 from collections.abc import Iterator
 
-import pymysql  # type: ignore[import]
-
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.doctor.patient import Patient
+from mapmaker.driver import ServerError
 
 OPEN = (
     "SELECT user, host FROM mysql.global_priv WHERE COALESCE(JSON_VALUE(priv, '$.authentication_string'), '') = ''"
@@ -23,7 +22,7 @@ def check(patient: Patient) -> Iterator[Finding]:
     """Those that may do something; only users who may read the server's own tables see them."""
     try:
         accounts = patient.rows(OPEN)
-    except pymysql.MySQLError:
+    except ServerError:
         return
     lists = " UNION ".join(
         f"SELECT privilege_type FROM information_schema.{kind}_PRIVILEGES WHERE grantee = %s"

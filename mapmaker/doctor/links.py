@@ -6,12 +6,11 @@
 import re
 from collections.abc import Iterator
 
-import pymysql  # type: ignore[import]
-
 from mapmaker.doctor.columns import MISSING, error, warning
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.doctor.patient import Patient, Table
 from mapmaker.doctor.server import is_this_machine
+from mapmaker.driver import ServerError
 
 PATIENCE = 60  # seconds
 ENCRYPTED = ('ssl_ca "', 'ssl_verify_server_cert "1"')
@@ -78,7 +77,7 @@ def encryption(patient: Patient, links: list[Table]) -> Iterator[Finding]:
             name: bool(socket) or is_this_machine(host)
             for name, host, socket in patient.rows("SELECT server_name, host, socket FROM mysql.servers")
         }
-    except pymysql.MySQLError:
+    except ServerError:
         near = {}
     places = [place for table in links for place in table.places]
     plain = [place for place in places if not all(word in place for word in ENCRYPTED)]

@@ -5,8 +5,7 @@
 
 from typing import Any, NamedTuple
 
-import pymysql  # type: ignore[import]
-
+from mapmaker.driver import ServerError
 from mapmaker.hostnames import HostNames
 
 
@@ -100,7 +99,7 @@ class Patient:
             self.rows(f"SELECT {', '.join(columns) or '*'} FROM {table.full_name} LIMIT 0")
             if table.is_link:  # it answers LIMIT 0 by itself
                 self.rows(f"SELECT MAX(`{next(iter(table.columns))}`) FROM {table.full_name}")
-        except pymysql.MySQLError as error:
+        except ServerError as error:
             table.failure = Failure(error.args[0], " ".join(str(error.args[-1]).split()))
 
     def look_at_columns(self, table: Table) -> None:

@@ -6,10 +6,9 @@
 from collections.abc import Iterator
 from typing import Any
 
-import pymysql  # type: ignore[import]
-
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.doctor.patient import Patient
+from mapmaker.driver import ServerError
 
 LATE = 60  # seconds
 OLD = "windows here see an older map than at other servers"
@@ -21,7 +20,7 @@ def check(patient: Patient) -> Iterator[Finding]:
     read_only = patient.setting("read_only") != "OFF"
     try:
         sources = followed(patient)
-    except pymysql.MySQLError:
+    except ServerError:
         yield from unseen(running, read_only)
     else:
         for source in sources:

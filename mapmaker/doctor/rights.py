@@ -6,11 +6,10 @@
 import re
 from collections.abc import Iterator
 
-import pymysql  # type: ignore[import]
-
 from mapmaker.doctor.columns import MISSING
 from mapmaker.doctor.finding import Finding, Severity
 from mapmaker.doctor.patient import Patient
+from mapmaker.driver import ServerError
 
 NO_RIGHT_IN_DATABASE = 1044
 READING = {"SELECT", "SHOW VIEW", "USAGE", "SHOW DATABASES", "BINLOG MONITOR", "SLAVE MONITOR", "PROCESS"}
@@ -37,7 +36,7 @@ def database(patient: Patient) -> Iterator[Finding]:
     name = patient.assignment.database
     try:
         patient.link.select_db(name)
-    except pymysql.MySQLError as error:
+    except ServerError as error:
         if error.args[0] == NO_RIGHT_IN_DATABASE:
             yield Finding(
                 Severity.ERROR,

@@ -8,9 +8,8 @@ from collections.abc import Iterator
 from contextlib import contextmanager
 from typing import Any
 
-import pymysql  # type: ignore[import]
-
 from mapmaker import store
+from mapmaker.driver import ServerError
 from mapmaker.tests.conftest import document
 from mapmaker.tests.privateserver import connect
 
@@ -68,7 +67,7 @@ def watched(environment: dict[str, str]) -> Iterator[list[object]]:
             try:
                 rows = ask(environment, READER)
                 seen.append((len(rows), frozenset(marks(rows))))
-            except pymysql.MySQLError as error:
+            except ServerError as error:
                 seen.append(error.args[0])
 
     thread = threading.Thread(target=read)

@@ -13,8 +13,9 @@ from contextlib import suppress
 from pathlib import Path
 from typing import Any
 
-import pymysql  # type: ignore[import]
 import pytest
+
+from mapmaker import driver
 
 USER = "mapmaker"
 PASSWORD = secrets.token_hex(8)
@@ -120,7 +121,7 @@ class PrivateServer:
             try:
                 connect(self.environment).close()
                 return
-            except pymysql.MySQLError:
+            except driver.ServerError:
                 with suppress(subprocess.TimeoutExpired):
                     self.process.wait(timeout=POLL_SECONDS)
                     pytest.fail((self.folder / "log").read_text(errors="replace")[-2000:])
@@ -144,9 +145,9 @@ class PrivateServer:
         return rows
 
 
-def connect(environment: dict[str, str]) -> pymysql.Connection:
+def connect(environment: dict[str, str]) -> Any:
     """A connection of a reader."""
-    return pymysql.connect(
+    return driver.connect(
         unix_socket=environment["MYSQL_UNIX_PORT"],
         user=environment["MYSQL_USER"],
         password=environment["MYSQL_PWD"],

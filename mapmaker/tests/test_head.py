@@ -6,10 +6,9 @@
 from collections.abc import Callable
 from pathlib import Path
 
-import pymysql  # type: ignore[import]
 import pytest
 
-from mapmaker import cli, head, store
+from mapmaker import cli, driver, head, store
 from mapmaker.hostnames import HostNames, NameFault
 from mapmaker.spider import Link
 from mapmaker.tests.maps import READER, ask, marked, marks, put, watched, whole
@@ -126,7 +125,7 @@ def test_links_may_be_encrypted(
 
 def run_encrypted(server: PrivateServer, statement: str) -> None:
     """Carries out a statement for a user who must encrypt."""
-    link = pymysql.connect(
+    link = driver.connect(
         unix_socket=f"{server.folder}/socket", user=USER, password=PASSWORD, ssl_ca=f"{TLS}/authority.pem"
     )
     link.cursor().execute(statement)

@@ -6,10 +6,9 @@
 from collections.abc import Callable
 from typing import NamedTuple
 
-import pymysql  # type: ignore[import]
 import pytest
 
-from mapmaker import store
+from mapmaker import driver, store
 from mapmaker.shards import Shards, shards
 from mapmaker.tests.maps import DOCUMENTS, NAMES, READER, ask, marked, marks, put, watched, whole
 from mapmaker.tests.privateserver import PASSWORD, USER, PrivateServer, free_port, spider_options
@@ -160,7 +159,7 @@ def test_a_shard_that_is_down_is_named(cluster: Cluster) -> None:
 
 
 def test_a_shard_that_refuses_is_named(cluster: Cluster) -> None:
-    broken = Shards({"b1": pymysql.connect(**store.settings(cluster.shards[0].environment))}, True)
+    broken = Shards({"b1": driver.connect(**store.settings(cluster.shards[0].environment))}, True)
     broken.table = "texts.absent"
     with pytest.raises(store.StoreError, match="^the shard b1 refuses: [^\n]*absent[^\n]*$"):
         broken.write(None, "", [(0, 1)])

@@ -6,12 +6,20 @@
 namespace {
 
 constexpr std::int64_t Day = 86400; ///< seconds
+constexpr std::int64_t Hour = 3600;
 constexpr std::time_t SomeDay = 18000 * Day; ///< after the last leap second
 
 std::time_t localTime(std::tm oFields)
 {
     oFields.tm_isdst = -1; // the zone's rules decide about summer time
     return std::mktime(&oFields);
+}
+
+long offsetAt(std::time_t tTime)
+{
+    std::tm oFields{};
+    localtime_r(&tTime, &oFields);
+    return oFields.tm_gmtoff;
 }
 
 } // namespace
@@ -24,37 +32,70 @@ CLocalTimes::CLocalTimes()
     bLeapSeconds = oGreenwich.tm_sec != 0;
 }
 
-void CLocalTimes::goToDay(std::int64_t iDay)
-{
-    auto it = oMidnights.find(iDay);
-    if (it == oMidnights.end())
-        it = oMidnights.emplace(iDay, lookUp(iDay)).first;
-    iLastDay = iDay;
-    oLastMidnight = it->second;
-}
-
 // A local day lies within the four UTC days around it. If the zone's offset is the same at the ends of them
 // all, the day has no gap and no hour twice.
-CLocalTimes::Midnight CLocalTimes::lookUp(std::int64_t iDay)
+void CLocalTimes::goToDay(std::int64_t iDay)
 {
+    iLastDay = iDay;
+    oLastDay = {};
     if (bLeapSeconds)
-        return std::nullopt;
+        return;
     const long iOffset = offset(iDay);
-    if (offset(iDay - 1) != iOffset || offset(iDay + 1) != iOffset || offset(iDay + 2) != iOffset)
-        return std::nullopt;
-    return iDay * Day - iOffset;
+    oLastDay.tMidnight = iDay * Day - iOffset;
+    oLastDay.bEven =
+        offset(iDay - 1) == iOffset && offset(iDay + 1) == iOffset && offset(iDay + 2) == iOffset;
+    if (!oLastDay.bEven)
+        findChange(iDay);
 }
 
 long CLocalTimes::offset(std::int64_t iDay)
 {
-    const auto [it, bNew] = oOffsets.try_emplace(iDay, 0);
-    if (bNew) {
-        const std::time_t tStart = iDay * Day;
-        std::tm oFields{};
-        localtime_r(&tStart, &oFields);
-        it->second = oFields.tm_gmtoff;
+    DayOffset& oOffset = aOffsets[std::size_t(iDay) % aOffsets.size()];
+    if (oOffset.iDay != iDay)
+        oOffset = {std::int32_t(iDay), std::int32_t(offsetAt(iDay * Day))};
+    return oOffset.iSeconds;
+}
+
+// The four UTC days around the local one have one change of the offset unless two of them differ from the day
+// before. The days around a change ask for it one after the other.
+void CLocalTimes::findChange(std::int64_t iDay)
+{
+    std::int64_t iChanged = iDay - 1;
+    while (offset(iChanged) == offset(iChanged + 1))
+        iChanged++;
+    for (std::int64_t i = iChanged + 1; i < iDay + 2; i++)
+        if (offset(i) != offset(i + 1))
+            return;
+    if (iChanged != iLastChanged)
+        tLastChange = findSecond(iChanged);
+    iLastChanged = iChanged;
+    oLastDay.bOneChange = true;
+    oLastDay.tMidnight = iDay * Day - offset(iChanged);
+    oLastDay.tMidnightAfter = iDay * Day - offset(iChanged + 1);
+}
+
+// The first second of a UTC day that has the next day's offset.
+std::time_t CLocalTimes::findSecond(std::int64_t iDay)
+{
+    std::time_t tBefore = iDay * Day;
+    std::time_t tAfter = tBefore + Day;
+    while (tAfter - tBefore > 1) {
+        const std::time_t tMiddle = tBefore + (tAfter - tBefore) / 2;
+        (offsetAt(tMiddle) == offset(iDay) ? tBefore : tAfter) = tMiddle;
     }
-    return it->second;
+    return tAfter;
+}
+
+// Before the change or after it, unless the hour is one that comes twice or not at all.
+std::time_t CLocalTimes::timeAroundChange(const datetext::Stamp& oStamp)
+{
+    if (!oLastDay.bOneChange)
+        return askZone(oStamp);
+    const std::time_t tBefore = oLastDay.tMidnight + oStamp.iSecond;
+    const std::time_t tAfter = oLastDay.tMidnightAfter + oStamp.iSecond;
+    const bool bBefore = tBefore < tLastChange;
+    const bool bAfter = tAfter >= tLastChange;
+    return bBefore == bAfter ? askZone(oStamp) : unasked(bBefore ? tBefore : tAfter);
 }
 
 // Where an hour comes twice or not at all, mktime() goes by the offset that it used last, so let that be the

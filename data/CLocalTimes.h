@@ -5,12 +5,13 @@
 
 #include "datetext.h"
 
+#include <array>
 #include <ctime>
 #include <limits>
 #include <optional>
-#include <unordered_map>
 
-/// Local times of many dates, each as mktime() gives it. Asks the zone's rules only once a day.
+/// Local times of many dates, each as mktime() gives it. Asks the zone's rules only once a day, as long as
+/// the dates stay within some years.
 ///
 /// Needs no Qt. The zone is that of the process when the object is made. [one thread]
 class CLocalTimes
@@ -22,25 +23,46 @@ public:
     {
         if (oStamp.iDay != iLastDay)
             goToDay(oStamp.iDay);
-        if (!oLastMidnight)
-            return askZone(oStamp);
-        tUnasked = *oLastMidnight + oStamp.iSecond;
-        return *tUnasked;
+        if (!oLastDay.bEven)
+            return timeAroundChange(oStamp);
+        return unasked(oLastDay.tMidnight + oStamp.iSecond);
     }
 
 private:
-    /// A local day, counted from 1970-01-01.
-    using Midnight = std::optional<std::time_t>; ///< nothing: the zone's offset changes around that day
+    /// The zone's offset, in seconds east of Greenwich, around a local day.
+    struct LocalDay
+    {
+        bool bEven = false; ///< it doesn't change
+        bool bOneChange = false; ///< it changes once
+        std::time_t tMidnight = 0; ///< by the offset before the change
+        std::time_t tMidnightAfter = 0; ///< by the offset after it
+    };
+
+    /// The zone's offset at the start of a UTC day.
+    struct DayOffset
+    {
+        std::int32_t iDay = std::numeric_limits<std::int32_t>::min();
+        std::int32_t iSeconds = 0;
+    };
 
     void goToDay(std::int64_t iDay);
-    Midnight lookUp(std::int64_t iDay);
     long offset(std::int64_t iDay);
+    void findChange(std::int64_t iDay);
+    std::time_t findSecond(std::int64_t iDay);
+    std::time_t timeAroundChange(const datetext::Stamp& oStamp);
     std::time_t askZone(const datetext::Stamp& oStamp);
+    std::time_t unasked(std::time_t tTime)
+    {
+        tUnasked = tTime;
+        return tTime;
+    }
 
-    std::unordered_map<std::int64_t, Midnight> oMidnights;
-    std::unordered_map<std::int64_t, long> oOffsets; ///< seconds east of Greenwich, at the start of a UTC day
+    std::array<DayOffset, 4096> aOffsets; ///< a day's place goes by its last bits
     bool bLeapSeconds; ///< the zone counts them
     std::int64_t iLastDay = std::numeric_limits<std::int64_t>::min();
-    Midnight oLastMidnight;
+    LocalDay oLastDay;
+    std::int64_t iLastChanged =
+        std::numeric_limits<std::int64_t>::min(); ///< the UTC day of the last change found
+    std::time_t tLastChange = 0;
     std::optional<std::time_t> tUnasked; ///< the date before, if mktime() wasn't asked for it
 };

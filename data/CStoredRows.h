@@ -37,14 +37,20 @@ public:
     std::optional<std::string_view> bytes(int iRow, int iField) const;
     /// Keeps the stamps of this field from now on, so that each is read once only.
     void keepStamps(int iField);
+    /// The stamp of the kept field, which must exist and hold dates with time; a negative second where there
+    /// is none. The row must exist.
+    const datetext::Stamp& keptStamp(int iRow) const
+    {
+        datetext::Stamp& oStamp = vStamps[std::size_t(iRow)];
+        if (oStamp.iSecond == Unread)
+            oStamp = readStamp(iRow, iStampField);
+        return oStamp;
+    }
     /// The stamp of a date with time; nothing for NULL, a zero date or another text. Row and field must
     /// exist.
     std::optional<datetext::Stamp> stamp(int iRow, int iField) const
     {
-        datetext::Stamp oRead{0, Unread};
-        datetext::Stamp& oStamp = iField == iStampField ? vStamps[std::size_t(iRow)] : oRead;
-        if (oStamp.iSecond == Unread)
-            oStamp = readStamp(iRow, iField);
+        const datetext::Stamp oStamp = iField == iStampField ? keptStamp(iRow) : readStamp(iRow, iField);
         return oStamp.iSecond == NoStamp ? std::nullopt : std::optional(oStamp);
     }
     /// A field's value in the type that the database driver gives it, fixed-point and floating-point numbers

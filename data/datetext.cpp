@@ -18,13 +18,6 @@ std::time_t localTime(std::tm oFields)
     return std::mktime(&oFields);
 }
 
-template <typename T> int limited(T iValue)
-{
-    constexpr T Lowest = std::numeric_limits<int>::min();
-    constexpr T Highest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(iValue, Lowest, Highest));
-}
-
 constexpr std::string_view StampForm = "0000-00-00 00:00:00"; ///< 0: a digit
 constexpr int Minute = 60; ///< seconds
 constexpr int Hour = 3600;
@@ -99,13 +92,9 @@ std::time_t hostTime(const char* pcDate)
 
 int hostMinutes(const char* pcDate)
 {
-    return limited(std::floor(static_cast<long double>(hostTime(pcDate)) / 60.0L + 0.5L));
-}
-
-int minutes(std::time_t iSeconds)
-{
-    constexpr std::time_t Half = 30;
-    return limited(iSeconds / Minute + iSeconds % Minute / Half);
+    const long double fMinutes = std::floor(static_cast<long double>(hostTime(pcDate)) / 60.0L + 0.5L);
+    return int(
+        std::clamp<long double>(fMinutes, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 } // namespace datetext

@@ -3,8 +3,10 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <ctime>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -37,6 +39,11 @@ std::time_t hostTime(const char* pcDate);
 int hostMinutes(const char* pcDate);
 
 /// A time or a difference of two in whole minutes, halves away from zero, limited to the range of int.
-int minutes(std::time_t iSeconds);
+inline int minutes(std::time_t iSeconds)
+{
+    const std::time_t iMinutes = iSeconds / 60 + iSeconds % 60 / 30;
+    return int(
+        std::clamp<std::time_t>(iMinutes, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
 
 } // namespace datetext

@@ -3,7 +3,6 @@
 
 #include "CRowDates.h"
 
-#include "data/CStoredRows.h"
 #include "data/datetext.h"
 #include "fieldtext.h"
 
@@ -38,11 +37,8 @@ QByteArray CRowDates::text(int iRow) const
     return fieldtext::plain(pRows->value(iRow, iField)).toLatin1();
 }
 
-std::optional<std::time_t> CRowDates::time(int iRow)
+std::optional<std::time_t> CRowDates::timeOfText(int iRow) const
 {
-    if (bStamps)
-        if (const auto oStamp = pRows->stamp(iRow, iField))
-            return oLocalTimes.time(*oStamp);
     const QByteArray oText = text(iRow);
     const auto iTime = datetext::rowTime(oText.constData());
     if (!iTime) {

@@ -4,13 +4,13 @@
 #pragma once
 
 #include "data/CLocalTimes.h"
+#include "data/CStoredRows.h"
 
 #include <QByteArray>
 
 #include <ctime>
 #include <optional>
 
-class CStoredRows;
 class QSqlRecord;
 
 /// The dates of a result's rows. [ui-thread]
@@ -22,16 +22,24 @@ public:
     /// Index of the date column.
     static int field(const QSqlRecord& oFields);
 
-    /// `pResult` may be null, for no rows; it must outlive this object.
+    /// `pResult` may be null, for no rows; it must outlive this object and keep the stamps of that field.
     explicit CRowDates(const CStoredRows* pResult);
 
     int numRows() const;
     /// A row's date text, "YYYY-MM-DDTHH:MM:SS" for a date with time; the row must exist.
     QByteArray text(int iRow) const;
     /// A row's date as local time. Nothing, and a warning on standard output, if the text is no such date.
-    std::optional<std::time_t> time(int iRow);
+    std::optional<std::time_t> time(int iRow)
+    {
+        if (bStamps)
+            if (const datetext::Stamp& oStamp = pRows->keptStamp(iRow); oStamp.iSecond >= 0)
+                return oLocalTimes.time(oStamp);
+        return timeOfText(iRow);
+    }
 
 private:
+    std::optional<std::time_t> timeOfText(int iRow) const;
+
     const CStoredRows* pRows;
     int iField = 0;
     bool bStamps = false; ///< the field holds dates with time

@@ -161,7 +161,8 @@ void CTable::fillDate(int* piDate)
         // Not beyond the rows that the host was told of: after a new table name the cursor is that of the
         // probe.
         CRowDates oDates(pSelectCursor.get());
-        for (int iRow = 0; iRow < std::min(oDates.numRows(), numRows()); iRow++) {
+        const int iNumRows = std::min(oDates.numRows(), numRows());
+        for (int iRow = 0; iRow < iNumRows; iRow++) {
             const auto tDate = oDates.time(iRow);
             if (!tDate)
                 continue;
@@ -175,7 +176,8 @@ void CTable::fillDate(int* piDate)
 int CTable::findRowAfter(std::time_t iStart)
 {
     CRowDates oDates(pSelectCursor.get());
-    for (int iRow = 0; iRow < oDates.numRows(); iRow++) {
+    const int iNumRows = oDates.numRows();
+    for (int iRow = 0; iRow < iNumRows; iRow++) {
         const auto tDate = oDates.time(iRow);
         if (!tDate)
             continue;

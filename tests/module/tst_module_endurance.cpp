@@ -70,7 +70,7 @@ private Q_SLOTS:
             if (i == Settled)
                 oFirst = belongings(oHost);
             else if (i > Settled)
-                QTRY_COMPARE(belongings(oHost), oFirst);
+                QTRY_COMPARE_WITH_TIMEOUT(belongings(oHost), oFirst, 20000);
         }
     }
 

@@ -147,7 +147,7 @@ private Q_SLOTS:
         // when
         oBrowser.close();
         // then
-        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Ombrel", "Ombrel"}));
+        QTUTILS_WAIT_FOR(oScreen.shown() == QByteArrayList({"Ombrel", "Zug entgleist"}));
         QCOMPARE(oAnalyst.viewers(), QByteArrayList{"shown"});
     }
 

@@ -44,10 +44,10 @@ private Q_SLOTS:
         QCOMPARE(oAnalyst.table(), QByteArrayList{""});
         QCOMPARE(oHost.numRows(), 0);
         const QString sTable = QString::fromUtf8(oTable);
-        QCOMPARE(oServer.log(),
-            QStringList({u"SELECT node, dist, document.* FROM %1, news.document LIMIT 1"_s.arg(sTable),
-                u"SELECT node, dist, document.* FROM %1, news.document WHERE "
-                "news.document.id=%1.item AND node=1 ORDER BY date"_s.arg(sTable)}));
+        QCOMPARE(oServer.log().join(u'\n'),
+            u"SELECT node, dist, document.* FROM %1, news.document LIMIT 1\n"
+            "SELECT node, dist, document.* FROM %1, news.document WHERE "
+            "news.document.id=%1.item AND node=1 ORDER BY date"_s.arg(sTable));
         // when
         changeTable(oHost, "news_train");
         oHost.call("select", {"i:1"});

@@ -39,13 +39,21 @@ class Node(Server):
             self.place.give(self.data)
         self.start(f"--wsrep-cluster-address=gcomm://{members}", *first)
 
-    def state(self) -> str:
-        """Such as "Synced"; empty while the node doesn't answer."""
+    def status(self, name: str) -> str:
+        """A value of "SHOW STATUS"; empty while the node doesn't answer."""
         try:
             with self.client() as client:
-                return client.rows("SHOW STATUS LIKE 'wsrep_local_state_comment'")[0][1].decode()  # type: ignore
+                return (client.rows(f"SHOW STATUS LIKE '{name}'")[0][1] or b"").decode()
         except QueryError:
             return ""
+
+    def state(self) -> str:
+        """Such as "Synced"."""
+        return self.status("wsrep_local_state_comment")
+
+    def changes(self) -> int:
+        """The number of the last change of the cluster that this node has."""
+        return int(self.status("wsrep_last_committed"))
 
     def wait_synced(self) -> None:
         wait_for(f"{self.name} is part of the cluster", lambda: self.state() == "Synced")
@@ -89,8 +97,7 @@ class Galera(Kind):
 
     def publish(self, name: str) -> None:
         self.writer.script(self.place.text("reader.sql", MAP=name))
-        for node in self.nodes:
-            with node.client() as client:
-                client.store("SET SESSION wsrep_sync_wait = 1")
-                client.store("SELECT 1")  # answered when the node has all changes made so far
+        written = self.nodes[0].changes()
+        for node in self.nodes[1:]:
+            wait_for(f"{node.name} has the map", lambda: node.changes() >= written)
         self.wait_readable(name, self.address)

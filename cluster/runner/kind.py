@@ -44,6 +44,10 @@ class Kind(ABC):
     def publish(self, name: str) -> None:
         """Gives the reader rights on a map that the writer has; returns when every server has it."""
 
+    def document_tables(self) -> list[tuple[Server, str, str]]:
+        """Where documents are written: server, table, and the condition on ids "seq" that belong there."""
+        return [(self.writer, f"{self.place.words['TEXTS']}.document", "TRUE")]
+
     def environment(self) -> dict[str, str]:
         """The variables by which the window, and mapmaker's doctor, find the map."""
         reader = self.place.reader

@@ -76,6 +76,11 @@ class Child:
     def has_ended(self) -> bool:
         return self._process.poll() is not None
 
+    def is_stopped(self) -> bool:
+        """Whether SIGSTOP has taken effect in all threads."""
+        states = [status.read_text() for status in Path(f"/proc/{self.number}/task").glob("*/stat")]
+        return all(state.rpartition(")")[2].split()[0] == "T" for state in states)
+
     def wait(self) -> int:
         """Waits for the program's end; its exit code."""
         return self._process.wait()

@@ -20,6 +20,7 @@ class Proxy:
         self._log = place.folder / "haproxy.log"
         self._file = place.folder / "haproxy.cfg"
         self._file.write_bytes((FILES / configuration).read_bytes())
+        place.give(self._file)
         self._child: Child | None = None
         self._variables = {name.upper(): f"127.0.0.1:{server.port}" for name, server in servers.items()}
         self._variables["READERS"] = f"127.0.0.1:{self._port}"

@@ -44,6 +44,7 @@ class Server:
             self.place.new_data(self.data)
         configuration = self.folder / "my.cnf"
         configuration.write_text(self._configuration(), encoding="utf-8")
+        self.place.give(configuration)
         programs = f"{self.place.folder}/programs:{os.environ['PATH']}:/usr/sbin:/sbin"
         environment = {"PATH": programs, "LANG": "C.UTF-8", "HOME": str(self.folder)}
         command = [f"{self.place.program('mariadbd')}", f"--defaults-file={configuration}", *options]
@@ -91,6 +92,7 @@ class Server:
     def stop(self) -> None:
         """Stops the server in the midst of what it does; connections stay open and nothing answers."""
         self.child.send(signal.SIGSTOP)
+        wait_for(f"{self.name} stands still", self.child.is_stopped)
 
     def go_on(self) -> None:
         self.child.send(signal.SIGCONT)

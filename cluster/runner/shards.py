@@ -35,6 +35,11 @@ class Shards(Kind):
     def address(self) -> Address:
         return self.head.address
 
+    def document_tables(self) -> list[tuple[Server, str, str]]:
+        table = f"{self.place.words['TEXTS']}.document__1"  # that of the first map
+        shards = enumerate(self.shards.values())
+        return [(shard, table, f"seq MOD {len(SHARDS)} = {number}") for number, shard in shards]
+
     def start(self) -> None:
         start_servers(list(self.servers.values()))
         for shard in self.shards.values():

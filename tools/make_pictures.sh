@@ -44,9 +44,17 @@ parse_options()
     done
 }
 
+take_color_pictures()
+{
+    PYTHONPATH=kit/python QTUTILS_NODEBROWSER=build-release/libqtutils-nodebrowser.so guarded /usr/bin/python3 \
+        tools/color_pictures.py --module "$MODULE" --hierarchy "$HIERARCHY" --output "$OUTPUT"
+}
+
 parse_options "$@"
 cd -- "$TOP"
 finish
 open_map "$INSTALL" no
 step "Start a virtual display" start_display
 step "Take the pictures" take_pictures pictures.py "$OUTPUT"
+step "Build the kit" cmake --build --preset release --parallel 2 --target qtutils_nodebrowser
+step "Take the pictures of colours" take_color_pictures

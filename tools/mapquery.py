@@ -10,20 +10,25 @@ DOCUMENTS = "som.changelogs_train AS t JOIN texts.document AS d ON d.id = t.item
 LINES = "CHAR_LENGTH(d.text) - CHAR_LENGTH(REPLACE(d.text, '\\n', ''))"
 
 
-def first_row(what: str, query: str) -> list[str]:
-    """The fields of the result's first row. Raises TourError, naming what was asked for, when there is none."""
+def all_rows(what: str, query: str) -> list[list[str]]:
+    """The fields of the result's rows. Raises TourError, naming what was asked for, when there is none."""
     user = os.environ.get("MYSQL_USER", "")
     output = output_of("mariadb", "--no-defaults", "--batch", "-N", f"--user={user}", "-e", query)
     lines = output.decode().splitlines()
     if not lines:
         raise TourError(f"the map has no {what}")
-    return lines[0].split("\t")
+    return [line.split("\t") for line in lines]
 
 
-def keyword(node: int) -> str:
-    """The first keyword of a node."""
-    first_line = "SUBSTRING_INDEX(_keywords, '\\n', 1)"
-    query = f"SELECT {first_line} FROM som.changelogs_som LIMIT {node}, 1"
+def first_row(what: str, query: str) -> list[str]:
+    """The fields of the result's first row."""
+    return all_rows(what, query)[0]
+
+
+def keyword(node: int, place: int = 1) -> str:
+    """A keyword of a node; the first one is at place 1."""
+    line = f"SUBSTRING_INDEX(SUBSTRING_INDEX(_keywords, '\\n', {place}), '\\n', -1)"
+    query = f"SELECT {line} FROM som.changelogs_som LIMIT {node}, 1"
     return first_row(f"keyword for node {node}", query)[0]
 
 
@@ -35,6 +40,16 @@ def date_of_text(node: int, word: str) -> str:
         f" ORDER BY MAX(d.text) RLIKE '[[@<]|thank', ABS(MAX({LINES}) - 10), d.date LIMIT 1"
     )
     return first_row(f"text with {word} in node {node}", query)[0]
+
+
+def rows(node: int, word: str) -> list[tuple[float, bool, str]]:
+    """For each document of a node, in the window's order: its distance, whether it has a word, its package."""
+    query = (
+        f"SELECT dist, text LIKE '%{word}%', package FROM som.changelogs_train, texts.document"
+        f" WHERE texts.document.id=changelogs_train.item AND node={node} ORDER BY date"
+    )
+    found = all_rows(f"documents in node {node}", query)
+    return [(float(distance), hit == "1", package) for distance, hit, package in found]
 
 
 def fullest_day(node: int) -> tuple[str, int]:

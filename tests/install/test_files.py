@@ -8,7 +8,16 @@ from pathlib import Path
 import pytest
 from installed import BUILD, LIBRARIES, TOP, VERSION, output
 
-KIT = ("Error.h", "NodeBrowser.h", "Rows.h", "errors.h", "nodebrowser.h", "rowcolors.h")
+KIT = (
+    "Error.h",
+    "NodeBrowser.h",
+    "Recipes.h",
+    "Rows.h",
+    "errors.h",
+    "nodebrowser.h",
+    "recipes.h",
+    "rowcolors.h",
+)
 PAGES = ("mapmaker.1", "qtutils-demo.1", "qtutils-host.1")
 APPLICATION = "org.qtutils.Demo"
 WANTED = {

@@ -3,6 +3,8 @@
 
 /* The kit's C headers, each for itself and twice, in every language they are for. */
 
+#include <qtutils/recipes.h>
+
 #include <qtutils/rowcolors.h>
 
 #include <qtutils/errors.h>
@@ -11,6 +13,7 @@
 
 #include <qtutils/errors.h>
 #include <qtutils/nodebrowser.h>
+#include <qtutils/recipes.h>
 #include <qtutils/rowcolors.h>
 
 static int white(const int* piMinutes, int iNumRows, float* pfColors, void* pUser)

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-// The C++ class's header, alone.
+// The headers in C++.
+
+#include <qtutils/Recipes.h>
 
 #include <qtutils/NodeBrowser.h>
 

@@ -53,6 +53,9 @@ def test_every_sample_is_of_a_known_language() -> None:
         "c",
         "cpp",
         "python",
+        "c",
+        "cpp",
+        "python",
         "cpp",
         "python",
     ]
@@ -96,6 +99,7 @@ def test_samples_of_errors_say_what_is_wrong(folder: Path, surroundings: dict[st
     )
 
 
-def test_the_sample_of_colors_runs(folder: Path, surroundings: dict[str, str]) -> None:
-    result = run([sys.executable, "-c", samples("python")[1]], surroundings, folder)
+@pytest.mark.parametrize("place", [1, 2])
+def test_the_samples_of_colors_run(place: int, folder: Path, surroundings: dict[str, str]) -> None:
+    result = run([sys.executable, "-c", samples("python")[place]], surroundings, folder)
     assert result.returncode == 0, result.stderr

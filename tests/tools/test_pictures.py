@@ -25,11 +25,11 @@ TABLES = """
 CREATE DATABASE som; CREATE DATABASE texts;
 CREATE TABLE som.changelogs_som (_assigned_topic INT, _keywords TEXT);
 CREATE TABLE som.changelogs_train (node INT, dist DOUBLE, item INT);
-CREATE TABLE texts.document (id INT, date DATETIME, text TEXT);
+CREATE TABLE texts.document (id INT, date DATETIME, text TEXT, package TEXT DEFAULT 'tar');
 INSERT INTO som.changelogs_som VALUES (0, 'all\\nthings'), (1, 'cve\\nsecurity');
 INSERT INTO som.changelogs_train SELECT 1, 0, seq FROM som.seq_0_to_7;
 INSERT INTO som.changelogs_train SELECT 2, 0, seq FROM som.seq_8_to_11;
-INSERT INTO texts.document VALUES
+INSERT INTO texts.document (id, date, text) VALUES
     (0, '2001-01-31 10:00:00', CONCAT('One CVE', REPEAT('\\n*', 10))),
     (1, '2001-01-31 10:00:00', 'a second text of the same second'),
     (2, '2001-01-31 11:00:00', CONCAT('A CVE [ by somebody ]', REPEAT('\\n*', 10))),
@@ -39,14 +39,15 @@ INSERT INTO texts.document VALUES
     (6, '2004-03-31 12:00:00', 'a short CVE'),
     (7, '2005-03-31 12:00:00', CONCAT('CVE', REPEAT('\\n*', 12))),
     (8, '2006-03-31 12:00:00', CONCAT('A CVE of another node', REPEAT('\\n*', 10)));
-INSERT INTO texts.document SELECT seq, '2006-03-31 13:00:00', 'another node' FROM som.seq_9_to_11;
+INSERT INTO texts.document (id, date, text) SELECT seq, '2006-03-31 13:00:00', 'another node' FROM som.seq_9_to_11;
 """
 QUESTIONS = """
 import mapquery
-print(mapquery.keyword(1))
+print(mapquery.keyword(1), mapquery.keyword(1, 2))
 print(mapquery.date_of_text(1, "cve"))
 print(*mapquery.fullest_day(1))
 print(mapquery.date_of_text(1, "somebody"))
+print(mapquery.rows(1, "somebody")[2], mapquery.rows(1, "somebody")[7])
 try:
     mapquery.date_of_text(2, "somebody")
 except mapquery.TourError as error:
@@ -67,11 +68,12 @@ def test_the_map_is_asked_for_what_is_worth_a_picture(tmp_path: Path) -> None:
         f'{COMMON}; start_server; mariadb --no-defaults "--user=$MYSQL_USER" <{tmp_path}/tables.sql;'
         f" PYTHONPATH={TOP}/tools /usr/bin/python3 -B {tmp_path}/questions.py"
     )
-    assert (result.stderr, result.stdout.splitlines()[:1]) == ("", ["cve"])
+    assert (result.stderr, result.stdout.splitlines()[:1]) == ("", ["cve security"])
     assert result.stdout.splitlines()[1:] == [
         "2003-03-31 12:00:00",  # nearest to ten lines, and the earlier of two
         "31.01.2001 3",
         "2001-01-31 11:00:00",  # rather with a name than no text
+        "(0.0, True, 'tar') (0.0, False, 'tar')",
         "the map has no text with somebody in node 2",
     ]
 
@@ -99,8 +101,8 @@ def test_every_picture_that_a_document_shows_is_there() -> None:
 def test_every_picture_is_shown_by_a_document_and_made_by_the_script() -> None:
     pictures = set(IMAGES.iterdir())
     assert pictures == linked_pictures()
-    script = (TOP / "tools/pictures.py").read_text()
-    assert [path.name for path in pictures if f'"{path.stem}"' not in script] == []
+    scripts = "".join((TOP / "tools" / name).read_text() for name in ("pictures.py", "color_pictures.py"))
+    assert [path.name for path in pictures if f'"{path.stem}"' not in scripts] == []
 
 
 def test_pictures_are_small_png_files() -> None:

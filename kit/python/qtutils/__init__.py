@@ -10,9 +10,10 @@ Loads the kit's C library: the file that the environment variable QTUTILS_NODEBR
 is installed with this package, or else "libqtutils-nodebrowser.so.0" as the dynamic linker finds it.
 """
 
+from . import recipes
 from .browser import NodeBrowser
 from .errors import Error, ErrorCode
 from .rows import NO_DATE, ColorCallback, Colors, Minutes
 
-__all__ = ["NO_DATE", "ColorCallback", "Colors", "Error", "ErrorCode", "Minutes", "NodeBrowser"]
+__all__ = ["NO_DATE", "ColorCallback", "Colors", "Error", "ErrorCode", "Minutes", "NodeBrowser", "recipes"]
 __version__ = "0.1.0"

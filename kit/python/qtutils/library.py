@@ -36,6 +36,9 @@ def file() -> str:
     return os.environ.get("QTUTILS_NODEBROWSER") or (str(beside) if beside.exists() else FILE)
 
 
+RECIPES = ("date", "distance", "hit", "group")
+
+
 @cache
 def library() -> CDLL:
     """The library, loaded with the first call. Raises OSError when it can't be found."""
@@ -43,6 +46,9 @@ def library() -> CDLL:
     for name, arguments in METHODS.items():
         function = getattr(loaded, f"qtutils_{name}")
         function.argtypes, function.restype = (c_void_p, *arguments), c_int
+    for name in RECIPES:
+        function = getattr(loaded, f"qtutils_color_by_{name}")
+        function.argtypes, function.restype = (POINTER(c_int), c_int, POINTER(c_float), c_void_p), c_int
     loaded.qtutils_open.argtypes = (c_char_p, c_char_p, c_char_p, POINTER(c_void_p))
     loaded.qtutils_open.restype = c_int
     loaded.qtutils_error_text.argtypes, loaded.qtutils_error_text.restype = (c_int,), c_char_p

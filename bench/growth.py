@@ -45,7 +45,6 @@ class Growth(NamedTuple):
     disk: float  # of the documents
     disk_rest: float  # of assignments and keywords
     selection: float  # a middling node's documents, inside the server
-    largest: float  # the same of the node with most documents
     keywords: float  # all keywords, inside the server
     making: float  # processor time of mapmaker
     training: float  # the share of it that goes with documents shown times units
@@ -122,7 +121,6 @@ def measure(query: Query, documents: int) -> Growth:
         " GROUP BY node ORDER BY ABS(COUNT(*) - {}), node".format(documents / units)
     )
     middling = [query.seconds(SELECTION.format(node)) for node, _ in sizes[:CHOSEN]]
-    most = max(sizes, key=lambda row: int(row[1]))[0]
     return Growth(
         documents,
         units,
@@ -130,7 +128,6 @@ def measure(query: Query, documents: int) -> Growth:
         size_of(query, "texts/document"),
         size_of(query, "som/sample%"),
         median(middling),
-        query.seconds(SELECTION.format(most)),
         query.seconds(KEYWORDS),
         making,
         training,
@@ -156,7 +153,6 @@ def calculated(last: Growth, documents: int) -> Growth:
         last.disk * more,
         last.disk_rest * more,
         last.selection * node,
-        last.largest * node,
         last.keywords * wider,
         (last.making - last.training) * more
         + (training := last.training * wider * shown(documents) / shown(last.documents)),
@@ -176,11 +172,10 @@ def duration(seconds: float) -> str:
 COLUMNS: dict[str, Callable[[Growth], str]] = {
     "Documents": lambda it: f"{it.documents:,}",
     "Nodes": lambda it: f"{it.nodes:,}",
-    "Documents of a node": lambda it: f"{it.each:,.0f}",
+    "Documents of a middling node": lambda it: f"{it.each:,.0f}",
     "Documents on disk": lambda it: f"{it.disk / MB:,.0f} MB",
     "Assignments, keywords": lambda it: f"{it.disk_rest / MB:,.0f} MB",
-    "A node chosen": lambda it: f"{it.selection * 1000:,.1f} ms",
-    "The largest node": lambda it: f"{it.largest * 1000:,.1f} ms",
+    "Such a node chosen": lambda it: f"{it.selection * 1000:,.1f} ms",
     "All keywords": lambda it: f"{it.keywords * 1000:,.1f} ms",
     "Making: processor": lambda it: duration(it.making),
     "Making: memory": lambda it: f"{it.memory / MB:,.0f} MB",
@@ -203,7 +198,7 @@ def main() -> None:
     maps: list[Growth] = []
     for documents in sorted(int(argument) for argument in sys.argv[1:]):
         maps.append(measure(query, documents))
-        print(f"{documents} documents measured", flush=True)
+        print(f"{documents:,} documents measured", flush=True)
     larger = [calculated(maps[-1], documents) for documents in LARGER if documents > maps[-1].documents]
     print("\n".join(table([*maps, *larger], len(maps))))
 

@@ -13,7 +13,6 @@ MEASURED = Growth(
     disk=3e9,
     disk_rest=5e7,
     selection=0.01,
-    largest=0.02,
     keywords=0.001,
     making=1000.0,
     training=700.0,
@@ -30,7 +29,7 @@ def test_rows_grow_with_the_documents_and_nodes_with_their_root() -> None:
     assert (large.disk, large.disk_rest) == (3e11, 5e9)
     assert large.units == pytest.approx(10 * MEASURED.units, rel=0.02)
     assert large.nodes == pytest.approx(10 * MEASURED.nodes, rel=0.02)
-    for time in ("selection", "largest", "keywords"):
+    for time in ("selection", "keywords"):
         assert getattr(large, time) == pytest.approx(10 * getattr(MEASURED, time), rel=0.02)
 
 

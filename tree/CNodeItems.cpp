@@ -3,6 +3,7 @@
 
 #include "CNodeItems.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace {
@@ -88,6 +89,14 @@ int CNodeItems::find(int iNode) const
         return viItems[std::size_t(iNode)];
     const auto oFound = oItemsOutside.find(iNode);
     return oFound == oItemsOutside.end() ? None : oFound->second;
+}
+
+bool CNodeItems::isAscending() const
+{
+    const auto isFalling = [](const Item& oOne, const Item& oNext) {
+        return oOne.iParent == oNext.iParent && oOne.iNode > oNext.iNode;
+    };
+    return std::adjacent_find(vItems.begin(), vItems.end(), isFalling) == vItems.end();
 }
 
 // Children have greater numbers than their parent, so each stands at its new place when its turn comes.

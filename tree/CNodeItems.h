@@ -39,6 +39,8 @@ public:
     /// The item of a node, or None; of several the first in the order shown with all branches open.
     int find(int iNode) const;
 
+    /// Whether all siblings stand in the order of their numbers.
+    bool isAscending() const;
     /// Puts all siblings into another order. The result says which number an item has now.
     std::vector<int> sort(const Order& order);
 

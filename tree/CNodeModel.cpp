@@ -46,7 +46,8 @@ void CNodeModel::setTree(CNodeItems oNewItems, const topicicons::Icons& oNewIcon
     oItems = std::move(oNewItems);
     oIcons = oNewIcons;
     vSigns = std::move(vNewSigns);
-    sortItems(iSortColumn, eOrder);
+    if (iSortColumn != CListViewItem::NodeColumn || eOrder != Qt::AscendingOrder || !oItems.isAscending())
+        sortItems(iSortColumn, eOrder);
     endResetModel();
 }
 

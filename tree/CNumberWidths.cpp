@@ -3,12 +3,15 @@
 
 #include "CNumberWidths.h"
 
+#include <cstdint>
+#include <cstdlib>
+
 namespace {
 
 std::size_t numDigits(int iNumber)
 {
     std::size_t uDigits = 1;
-    while ((iNumber /= 10) != 0)
+    for (std::int64_t iPower = 10; iPower <= std::abs(std::int64_t(iNumber)); iPower *= 10)
         uDigits++;
     return uDigits;
 }

@@ -47,15 +47,27 @@ private Q_SLOTS:
         QCOMPARE(slLines, QStringList());
     }
 
-    void aStatementIsToldWithItsRowsUnderABusyPointer()
+    void aStatementIsToldWithItsRows()
     {
         tell(u"qtutils.sql.debug=true"_s, [](CTestTable& oTable) {
             slLines.clear();
             oTable->selection(1);
         });
         QCOMPARE(slLines,
-            QStringList{u"busy: SELECT node, dist, document.* FROM news_train, news.document "
+            QStringList{u"SELECT node, dist, document.* FROM news_train, news.document "
                         "WHERE news.document.id=news_train.item AND node=1 ORDER BY date: 5 rows in N ms"_s});
+    }
+
+    void thePointerOnAWindowIsThatOfABusyProgramMeanwhile()
+    {
+        tell(u"qtutils.sql.debug=true"_s, [](CTestTable& oTable) {
+            oTable.show();
+            QTest::mouseMove(oTable->window(), QPoint(20, 20));
+            QTRY_VERIFY(oTable->window()->underMouse());
+            slLines.clear();
+            oTable->selection(1);
+        });
+        QVERIFY(slLines.value(0).startsWith(u"busy: SELECT"_s));
         QVERIFY(QGuiApplication::overrideCursor() == nullptr);
     }
 
@@ -96,5 +108,5 @@ private:
     CPrivateServer oServer;
 };
 
-QTUTILS_WIDGET_TEST_MAIN(TestSqlLog, CPrivateDisplay::Manager::None)
+QTUTILS_WIDGET_TEST_MAIN(TestSqlLog, CPrivateDisplay::Manager::Running)
 #include "tst_sqllog.moc"

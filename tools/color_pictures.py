@@ -8,26 +8,22 @@ picture shows what it should, else with 1 and one line on standard error.
 """
 
 import argparse
-import re
+import os
+import subprocess
 import sys
 from pathlib import Path
 
 import mapquery
-from browserwindow import WINDOW_CLASS, WINDOW_SIZE
+from browserwindow import TOP, WINDOW_CLASS, WINDOW_SIZE
 from pngfile import png
-from qtutils import ColorCallback, Error, NodeBrowser, recipes
+from qtutils import ColorCallback, Error, NodeBrowser, read_hierarchy, recipes
 from screen import Box, Picture, TourError, resize, still_picture, wait_for, windows
 
 NODE = 1
 KEYWORD = 5  # a word that some of its documents have
 TABLE = Box(345, 20, 635, 300)  # the upper part of it, in a window of WINDOW_SIZE
-CALL = re.compile(r"^passNodeHierarchy \[([\d ,]*)\]", re.MULTILINE)
+EXAMPLE = TOP / "kit/examples/python/notes.py"
 Rows = list[tuple[float, bool, str]]
-
-
-def hierarchy(script: str) -> list[list[int]]:
-    """The children of each node, from the script that passes them."""
-    return [[int(child) for child in re.findall(r"\d+", call)] for call in CALL.findall(script)]
 
 
 def chosen_recipes(rows: Rows) -> dict[str, ColorCallback]:
@@ -57,9 +53,29 @@ def take(browser: NodeBrowser, output: Path) -> None:
         seen = Box(box.x + TABLE.x, box.y + TABLE.y, TABLE.width, TABLE.height)
         before = last
         last = still_picture(seen, lambda now: not now.is_blank() and now.difference(before) > 0.05)
-        path = output / f"{name}.png"
-        path.write_bytes(png(last.rows))
-        print(path, flush=True)
+        keep(name, last, output)
+
+
+def take_example(module: Path, hierarchy: Path, output: Path) -> None:
+    """Runs the example of a host in a few lines, asks it for a node, and keeps what is seen."""
+    wait_for("the window before is gone", lambda: not windows(WINDOW_CLASS))
+    environment = {**os.environ, "QTUTILS_MODULE": str(module)}
+    command = ["setpriv", "--pdeathsig", "TERM", sys.executable, str(EXAMPLE), str(hierarchy)]
+    with subprocess.Popen(command, env=environment, stdin=subprocess.PIPE, text=True) as example:
+        assert example.stdin
+        window = min(wait_for("the example's window shows", lambda: windows(WINDOW_CLASS)))
+        box = resize(window, *WINDOW_SIZE)
+        before = still_picture(box, lambda now: not now.is_blank())
+        example.stdin.write(f"{NODE}\n")
+        example.stdin.flush()
+        keep("notes", still_picture(box, lambda now: now.difference(before) > 0.05), output)
+
+
+def keep(name: str, picture: Picture, output: Path) -> None:
+    """Writes a picture and says so."""
+    path = output / f"{name}.png"
+    path.write_bytes(png(picture.rows))
+    print(path, flush=True)
 
 
 def main() -> int:
@@ -74,9 +90,10 @@ def main() -> int:
         arguments.output.mkdir(parents=True, exist_ok=True)
         with NodeBrowser("som", "texts", arguments.module.resolve()) as browser:
             browser.set_som_table("changelogs_train")
-            browser.pass_hierarchy(hierarchy(arguments.hierarchy.read_text()))
+            browser.pass_hierarchy(read_hierarchy(arguments.hierarchy))
             take(browser, arguments.output)
-    except (Error, TourError, OSError) as error:
+        take_example(arguments.module.resolve(), arguments.hierarchy, arguments.output)
+    except (Error, TourError, OSError, ValueError) as error:
         print(f"color_pictures: {error}", file=sys.stderr)
         return 1
     return 0

@@ -50,6 +50,7 @@ def test_every_sample_is_of_a_known_language() -> None:
         "cpp",
         "python",
         "sh",
+        "bash",
         "c",
         "cpp",
         "python",

@@ -13,7 +13,18 @@ is installed with this package, or else "libqtutils-nodebrowser.so.0" as the dyn
 from . import recipes
 from .browser import NodeBrowser
 from .errors import Error, ErrorCode
+from .hierarchy import read_hierarchy
 from .rows import NO_DATE, ColorCallback, Colors, Minutes
 
-__all__ = ["NO_DATE", "ColorCallback", "Colors", "Error", "ErrorCode", "Minutes", "NodeBrowser", "recipes"]
+__all__ = [
+    "NO_DATE",
+    "ColorCallback",
+    "Colors",
+    "Error",
+    "ErrorCode",
+    "Minutes",
+    "NodeBrowser",
+    "read_hierarchy",
+    "recipes",
+]
 __version__ = "0.1.0"

@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
 
-# Run by CPack when the files of all components lie in their folders: adds what each Debian package has, compresses
-# what is compressed there, and gives all files one time.
+# Run by CPack when the files of all components lie in their folders: adds what each Debian package has, and
+# compresses what is compressed there.
 
 foreach(sComponent ${CPACK_COMPONENTS_ALL})
     string(TOUPPER ${sComponent} sUpper)
@@ -24,7 +24,6 @@ foreach(sComponent ${CPACK_COMPONENTS_ALL})
         execute_process(COMMAND gzip -9nf ${sFile} COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
 
-    file(GLOB_RECURSE lFiles LIST_DIRECTORIES ON ${sFolder}/*)
-    string(TIMESTAMP sTime "%Y-%m-%dT%H:%M:%SZ" UTC) # SOURCE_DATE_EPOCH, where it is set
-    execute_process(COMMAND touch --no-dereference --date=${sTime} ${sFolder} ${lFiles} COMMAND_ERROR_IS_FATAL ANY)
+    # Neither the umask nor the rights of the sources count.
+    execute_process(COMMAND chmod -R u=rwX,go=rX ${sFolder} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

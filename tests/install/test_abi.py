@@ -44,7 +44,7 @@ def part(baseline: Path, library: str, pattern: "re.Pattern[str]", name: str) ->
 
 def test_programs_built_before_run_with_this_build(baseline: Path) -> None:
     result = compare(baseline)
-    assert (result.returncode, result.stdout, result.stderr) == (0, "", "")
+    assert (result.returncode, result.stderr) == (0, ""), result.stdout
 
 
 @pytest.mark.parametrize("library, name", [(MODULE, "nodeBrowser_show"), (KIT, "qtutils_show")])
@@ -95,7 +95,7 @@ def test_a_written_description_is_the_builds(baseline: Path) -> None:
     (baseline / f"{KIT}.abi").write_text("")
     assert run(TOP / "packaging" / "abi.sh", "--write", "--baseline", baseline, BUILD).returncode == 0
     assert compare(baseline).returncode == 0
-    assert str(TOP) not in (baseline / f"{KIT}.abi").read_text()
+    assert re.findall(" path='[^']*/", (baseline / f"{KIT}.abi").read_text()) == []
 
 
 @pytest.mark.parametrize(

@@ -10,6 +10,7 @@ from pathlib import Path
 from typing import Any
 
 import pytest
+import sbom
 from installed import TOP, VERSION, output, run
 
 SBOM = TOP / "packaging" / "sbom.py"
@@ -53,6 +54,13 @@ def test_the_bill_has_the_form_of_spdx(bill: Json) -> None:
     for relation in bill["relationships"]:
         assert {relation["spdxElementId"], relation["relatedSpdxElement"]} <= identifiers.keys()
     assert max(Counter(json.dumps(relation) for relation in bill["relationships"]).values()) == 1
+
+
+def test_names_that_differ_have_identifiers_that_differ() -> None:
+    names = ("a-b", "a_b", "a/b", "a+b", "a.b")
+    identifiers = [sbom.identifier("File", name) for name in names]
+    assert len(set(identifiers)) == len(names)
+    assert all(IDENTIFIER.fullmatch(name) for name in identifiers)
 
 
 def test_the_packages_are_described(bill: Json, packages: dict[str, Path]) -> None:

@@ -91,12 +91,12 @@ CTraceFile::CTraceFile(const char* pcPath)
     }
     oDevice = oStatus.st_dev;
     oNumber = oStatus.st_ino;
-    bOpen = true;
+    eState = EState::eOpen;
 }
 
 bool CTraceFile::isOpen() const
 {
-    return bOpen && getpid() == iProcess;
+    return eState == EState::eOpen && getpid() == iProcess;
 }
 
 bool CTraceFile::isStillOurs() const
@@ -121,8 +121,6 @@ void CTraceFile::write(const std::string& sLine)
 
 void CTraceFile::giveUp(const char* pcCause)
 {
-    static std::atomic<bool> bSaid = false;
-    bOpen = false;
-    if (!bSaid.exchange(true))
+    if (eState.exchange(EState::eGivenUp) != EState::eGivenUp)
         std::fprintf(stderr, "qtutils-trace: calls are not recorded: %s\n", pcCause);
 }

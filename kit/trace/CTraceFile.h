@@ -33,7 +33,14 @@ public:
 private:
     [[nodiscard]] bool isStillOurs() const;
 
-    std::atomic<bool> bOpen = false;
+    enum class EState
+    {
+        eOpening,
+        eOpen,
+        eGivenUp,
+    };
+
+    std::atomic<EState> eState = EState::eOpening;
     pid_t iProcess;
     int iFile = -1;
     dev_t oDevice = 0;

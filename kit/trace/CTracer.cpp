@@ -59,7 +59,7 @@ std::string secondsBetween(
 CTracer::CTracer()
     : oFile(std::getenv("QTUTILS_TRACE_FILE"))
 {
-    oFile.write("{\"qtutils-trace\":1,\"started\":" + jsontext::text(now())
+    oFile.write(R"({"qtutils-trace":1,"started":)" + jsontext::text(now())
         + ",\"process\":" + std::to_string(getpid()) + ",\"module\":" + jsontext::text(oModule.path())
         + ",\"TZ\":" + textOrNull(std::getenv("TZ")) + '}');
 }

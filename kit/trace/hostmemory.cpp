@@ -18,9 +18,9 @@ constexpr std::size_t PageSize = 4096; // no page of memory is smaller
 constexpr std::size_t LongestText = 65'536;
 
 // The kernel copies, and refuses what the process can't read.
-bool copyWithinPage(const char* pcFrom, char* pcTo, std::size_t nBytes)
+bool copyWithinPage(const char* pcFrom, void* pTo, std::size_t nBytes)
 {
-    const iovec oTo{pcTo, nBytes};
+    const iovec oTo{pTo, nBytes};
     const iovec oFrom{const_cast<char*>(pcFrom), nBytes};
     return process_vm_readv(getpid(), &oTo, 1, &oFrom, 1, 0) == ssize_t(nBytes);
 }

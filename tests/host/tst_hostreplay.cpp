@@ -10,18 +10,29 @@
 
 namespace {
 
-const QByteArray Head = "{\"qtutils-trace\":1}\n";
+/// A text of JSON, written with single quotes.
+QByteArray json(QByteArray sText)
+{
+    return sText.replace('\'', '"');
+}
+
+const QByteArray Head = json("{'qtutils-trace':1}\n");
 const QByteArray Construction =
-    "{\"call\":1,\"thread\":1,\"function\":\"recorder_CRecorder\",\"handle\":null,\"arguments\":[\"x\"]}\n"
-    "{\"answer\":1,\"took\":0.1,\"handle\":\"0xa\"}\n";
+    json("{'call':1,'thread':1,'function':'recorder_CRecorder','handle':null,'arguments':['x']}\n"
+         "{'answer':1,'took':0.1,'handle':'0xa'}\n");
+
+/// A call by a thread, without its answer.
+QByteArray begin(int iCall, int iThread, const QByteArray& sName, const QByteArray& sArguments)
+{
+    return json("{'call':" + QByteArray::number(iCall) + ",'thread':" + QByteArray::number(iThread)
+        + ",'function':'recorder_" + sName + "','handle':'0xa','arguments':" + sArguments + "}\n");
+}
 
 /// A call by thread 1 that is answered at once.
 QByteArray call(int iCall, const QByteArray& sName, const QByteArray& sArguments, const QByteArray& sResults)
 {
-    const QByteArray sNumber = QByteArray::number(iCall);
-    return "{\"call\":" + sNumber + ",\"thread\":1,\"function\":\"recorder_" + sName
-        + "\",\"handle\":\"0xa\",\"arguments\":" + sArguments + "}\n{\"answer\":" + sNumber
-        + ",\"results\":" + sResults + "}\n";
+    return begin(iCall, 1, sName, sArguments)
+        + json("{'answer':" + QByteArray::number(iCall) + ",'results':" + sResults + "}\n");
 }
 
 } // namespace
@@ -35,7 +46,7 @@ private Q_SLOTS:
     void callsAreMadeAgainInTheirOrder()
     {
         const SRun oRun = replay(Construction + call(2, "add", "[-7]", "[]") + call(3, "add", "[null]", "[]")
-            + call(4, "greet", "[\"you\",{}]", R"([{"before":"old","after":"hello you"}])")
+            + call(4, "greet", "['you',{}]", R"([{"before":"old","after":"hello you"}])")
             + call(5, "greet", R"([{"bytes":"K\u00f6ln"},null])", "[]")
             + call(6, "sum", "[[1,2,3],3,{}]", R"([{"before":[0],"after":[6]}])")
             + call(7, "scale", "[[0.5,\"inf\",-2e3],3,[0,0,0]]", "[]") + call(8, "handle", "null", "[]"));
@@ -51,7 +62,7 @@ private Q_SLOTS:
     {
         const SRun oRun =
             replay(Construction + call(2, "sum", "[[1,2,3],3,{}]", R"([{"before":[0],"after":[7]}])")
-                + call(3, "greet", "[\"you\",{}]", R"([{"before":"","after":"good day\n"}])")
+                + call(3, "greet", "['you',{}]", R"([{"before":"","after":"good day\n"}])")
                 + call(4, "unnamed", "[{},5]", R"([{"before":[0,1,2],"after":[5,1,3]}])")
                 + call(5, "add", "[1]", "[]"));
         QCOMPARE(oRun.sError,
@@ -88,8 +99,7 @@ private Q_SLOTS:
     void callsThatOverlappedDoSoAgain()
     {
         // given: a thread that is blocked while another one calls
-        const QByteArray sBlocked =
-            "{\"call\":2,\"thread\":2,\"function\":\"recorder_block\",\"handle\":\"0xa\",\"arguments\":[]}\n";
+        const QByteArray sBlocked = begin(2, 2, "block", "[]");
         const SRun oRun = replay(Construction + sBlocked + call(3, "add", "[1]", "[]"),
             {QStringLiteral("--wait"), QStringLiteral("0.05")});
         // then
@@ -100,8 +110,7 @@ private Q_SLOTS:
 
     void anAnswerThatTheRecordingLacksIsNamed()
     {
-        const QByteArray sCall =
-            "{\"call\":2,\"thread\":1,\"function\":\"recorder_add\",\"handle\":\"0xa\",\"arguments\":[1]}\n";
+        const QByteArray sCall = begin(2, 1, "add", "[1]");
         QCOMPARE(
             replay(Construction + sCall).sError, errors({"4: recorder_add: recorded no answer, got one"}));
     }
@@ -118,7 +127,7 @@ private Q_SLOTS:
 
     void aLastLineWithoutItsEndIsPassedOver()
     {
-        const SRun oRun = replay(Construction + "{\"call\":2,\"thr");
+        const SRun oRun = replay(Construction + json("{'call':2,'thr"));
         QCOMPARE(oRun.sError, QString());
         QCOMPARE(oRun.iCode, 0);
     }
@@ -126,7 +135,7 @@ private Q_SLOTS:
     void aNullHandleEndsThePlaying()
     {
         const QByteArray sText = QByteArray(Construction).replace("recorder_CRecorder", "refuse_CRefuse");
-        const SRun oRun = replay(QByteArray(sText).replace("[\"x\"]", "[]"),
+        const SRun oRun = replay(QByteArray(sText).replace(json("['x']"), "[]"),
             {QStringLiteral("--need"), QStringLiteral("QTUTILS_ABSENT")},
             sModules + QStringLiteral("refuse.so"));
         QCOMPARE(oRun.sError,
@@ -142,7 +151,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("sLine");
         QTest::addColumn<QString>("sCause");
         const auto row = [](const char* pcLine, const char* pcCause) {
-            QTest::newRow(pcLine) << QByteArray(pcLine) << QString::fromUtf8(pcCause);
+            QTest::newRow(pcLine) << json(pcLine) << QString::fromUtf8(pcCause);
         };
         const auto ofCall = [&](const char* pcArguments, const char* pcCause) {
             const QByteArray sCall = call(9, "sum", pcArguments, "[]");
@@ -150,25 +159,25 @@ private Q_SLOTS:
         };
         row("", "column 1: no value");
         row("{", "column 2: no key");
-        row("{\"call\"", "column 8: no value for \"call\"");
-        row("{\"call\":1", "column 10: an object has no end");
+        row("{'call'", "column 8: no value for \"call\"");
+        row("{'call':1", "column 10: an object has no end");
         row("[1,2", "column 5: an array has no end");
-        row("\"a", "column 3: a text has no end");
-        row("\"\\u12\"", "column 2: an escape can't be read");
-        row("\"\\ud800\"", "column 2: an escape can't be read");
+        row("'a", "column 3: a text has no end");
+        row("'\\u12'", "column 2: an escape can't be read");
+        row("'\\ud800'", "column 2: an escape can't be read");
         row("{} 1", "column 4: something follows the value");
         row("{}", "neither call nor answer");
-        row("{\"qtutils-trace\":1}", "a second recording begins");
-        row("{\"call\":1.5,\"arguments\":[]}", "\"call\" is no count");
-        row("{\"call\":1}", "no \"arguments\" as it is recorded");
-        row("{\"answer\":7}", "an answer without its call");
-        row("{\"call\":2,\"thread\":1,\"function\":\"recorder_ad\",\"arguments\":[]}",
+        row("{'qtutils-trace':1}", "a second recording begins");
+        row("{'call':1.5,'arguments':[]}", "\"call\" is no count");
+        row("{'call':1}", "no \"arguments\" as it is recorded");
+        row("{'answer':7}", "an answer without its call");
+        row("{'call':2,'thread':1,'function':'recorder_ad','arguments':[]}",
             "the module has no \"recorder_ad\"");
         ofCall("[1]", "recorder_sum: takes 3 arguments, not 1");
         ofCall("[1,1,{}]", "recorder_sum: argument 1 (piValues) is not as it is recorded");
         ofCall("[[1],1.5,{}]", "recorder_sum: argument 2 (iCount) is not as it is recorded");
         ofCall("[[1e10],1,{}]", "recorder_sum: argument 1 (piValues) is not as it is recorded");
-        ofCall("[{\"unreadable\":true},1,{}]",
+        ofCall("[{'unreadable':true},1,{}]",
             "recorder_sum: argument 1 (piValues) is memory that couldn't be read when it was recorded");
     }
 

@@ -231,6 +231,7 @@ def test_children_and_closed_files_are_left_alone(tmp_path: Path) -> None:
 def test_the_tracer_can_be_unloaded_like_the_module(tmp_path: Path) -> None:
     program = """
     import _ctypes
+    module.nodeBrowser_show(None, None)
     first = module._handle
     assert _ctypes.dlclose(first) is None
     again = ctypes.CDLL(module._name)
@@ -238,7 +239,7 @@ def test_the_tracer_can_be_unloaded_like_the_module(tmp_path: Path) -> None:
     """
     result = python(program, traced(tmp_path / "calls", MODULE))
     assert (result.returncode, result.stderr) == (0, "")
-    assert len(read(tmp_path / "calls")) == 3
+    assert [line["call"] for line in read(tmp_path / "calls")[1::2]] == [1, 2]
 
 
 def test_a_call_without_end_is_seen(surroundings: dict[str, str], tmp_path: Path) -> None:

@@ -6,7 +6,7 @@ import subprocess
 from pathlib import Path
 
 import pytest
-from installed import LIBRARIES, output, run
+from installed import BUILD, LIBRARIES, output, run
 
 CALLS = "CNodeBrowser som news; setSOMTable news_train; select 1; getNumRows int[1]"
 PYTHON = """
@@ -35,16 +35,24 @@ def test_the_host_finds_its_module(prefix: Path, tmp_path: Path) -> None:
     )
 
 
+def working_folder(host: Path, start: Path) -> Path:
+    """Where a host runs that was started in a folder."""
+    command = [str(host), "--command", ".echo ready", "--interactive"]
+    with subprocess.Popen(command, cwd=start, stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+        assert process.stdin and process.stdout and process.stdout.readline() == b"ready\n"
+        folder = Path(f"/proc/{process.pid}/cwd").readlink()
+        process.stdin.close()
+    return folder
+
+
 def test_the_host_runs_where_the_signs_are(prefix: Path, tmp_path: Path) -> None:
-    command = [str(prefix / "bin" / "qtutils-host"), "--command", ".echo ready", "--interactive"]
-    with subprocess.Popen(
-        command, cwd=tmp_path, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
-    ) as host:
-        assert host.stdout and host.stdout.readline() == "ready\n"
-        folder = Path(f"/proc/{host.pid}/cwd").readlink()
-        assert host.stdin
-        host.stdin.close()
+    folder = working_folder(prefix / "bin" / "qtutils-host", tmp_path)
     assert folder == prefix / "share" / "qtutils"
+    assert len(list(folder.glob("Images/*.xpm"))) == 21
+
+
+def test_the_host_that_is_not_installed_runs_where_the_signs_are(tmp_path: Path) -> None:
+    folder = working_folder(BUILD / "qtutils-host", tmp_path)
     assert len(list(folder.glob("Images/*.xpm"))) == 21
 
 

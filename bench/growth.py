@@ -20,6 +20,8 @@ LARGER = (10_000_000, 100_000_000)
 POOL = 4 * 1024**3  # bytes of the server's memory for rows
 CHOSEN = 25  # nodes that are chosen, spread over all sizes
 ROUNDS = 3
+PER_PAIR = 3 * 8  # bytes of mapmaker's memory for each pair of units: three tables
+PER_DOCUMENT = 2 * 8 + 2 * 100  # and for each document: two numbers, and a point in a mapped file
 MB = 1e6
 SELECTION = (
     "ANALYZE FORMAT=JSON SELECT node, dist, document.* FROM som.sample_train, texts.document"
@@ -157,7 +159,7 @@ def calculated(last: Growth, documents: int) -> Growth:
         (last.making - last.training) * more
         + (training := last.training * wider * shown(documents) / shown(last.documents)),
         training,
-        last.memory + 3 * 8 * (units**2 - last.units**2),
+        last.memory + PER_PAIR * (units**2 - last.units**2) + PER_DOCUMENT * (documents - last.documents),
     )
 
 

@@ -38,7 +38,9 @@ def test_training_grows_with_what_it_shows_times_the_units() -> None:
     large = calculated(MEASURED, 100_000_000)
     assert large.training == pytest.approx(700 * 10 * 1200 / 13, rel=0.02)
     assert large.making - large.training == pytest.approx(300 * 100)
-    assert large.memory == pytest.approx(5e8 + 24 * (large.units**2 - MEASURED.units**2))
+    assert large.memory == pytest.approx(
+        5e8 + 24 * (large.units**2 - MEASURED.units**2) + 216 * 99_000_000
+    )
 
 
 def test_a_line_tells_where_its_figures_are_from() -> None:

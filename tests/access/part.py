@@ -11,7 +11,7 @@ import gi
 import screen
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 Gone = GLib.Error  # what is raised for a part that is no longer there
 WAITING = 10_000  # milliseconds that an answer may take
@@ -99,6 +99,17 @@ class Part:
 
     def do(self, action: str) -> None:
         assert Atspi.Action.do_action(self._accessible, self.actions().index(action))
+
+    def ask_without_waiting(self) -> None:
+        """Asks for the role; nobody waits for the answer."""
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        where = ("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+        address = session.call_sync(*where, None, None, Gio.DBusCallFlags.NONE, WAITING, None).unpack()[0]
+        kind = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        bus = Gio.DBusConnection.new_for_address_sync(address, kind)
+        question = ("org.a11y.atspi.Accessible", "GetRoleName", None, None, Gio.DBusCallFlags.NONE, -1)
+        bus.call(self._accessible.app.bus_name, self._accessible.path, *question, None, None)
+        bus.flush_sync()
 
     def all(self) -> Iterator[Part]:
         """This part and all below."""

@@ -8,6 +8,7 @@ from typing import Any
 
 import part
 import pytest
+import screen
 from host import Host
 
 MESSAGES = ["CNodeBrowser: Changed Table to news_train", "Database is open. Commencing."]
@@ -65,6 +66,16 @@ def test_windows_follow_each_other_while_they_are_read(host: Host, reader: Reade
         assert host.ask("getNumRows int[1]") == ["piNumRows = 2"]
         assert reader.look() > 40
     assert host.end() == (0, [*MESSAGES, *[ENDING, MESSAGES[0]] * 3, ENDING])
+
+
+def test_a_question_about_a_window_that_is_gone_is_no_line(host: Host) -> None:
+    node = part.program("Ombrel").find("tree").cell(1, 0)
+    host.ask("FREE_CNodeBrowser")
+    screen.wait_for("the window is gone", lambda: not screen.windows("Ombrel"))
+    node.ask_without_waiting()
+    host.ask("CNodeBrowser som news; show; getNumRows int[1]")
+    assert part.program("Ombrel").role == "application"  # answered behind the question
+    assert host.end() == (0, [*MESSAGES, ENDING, ENDING])
 
 
 def test_a_large_node_makes_no_more_events_than_a_small_one(

@@ -29,5 +29,6 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/kit/python/qtutils DESTINATION ${QTUTILS
 # The package finds the library beside itself, wherever the prefix is.
 set(sLibrary $<TARGET_SONAME_FILE_NAME:qtutils_nodebrowser>)
 file(RELATIVE_PATH sPythonToLibraries /${QTUTILS_PYTHON_FOLDER}/qtutils /${CMAKE_INSTALL_LIBDIR})
+string(REGEX REPLACE "/$" "" sPythonToLibraries ${sPythonToLibraries})
 install(CODE "file(CREATE_LINK \"${sPythonToLibraries}/${sLibrary}\"
     \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${QTUTILS_PYTHON_FOLDER}/qtutils/${sLibrary}\" SYMBOLIC)" COMPONENT python)

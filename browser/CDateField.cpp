@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr QSize RoomForSign(24, 0);
+
 // A leaf of a calendar, in the text's colour.
 QIcon calendarSign(const QPalette& oPalette, qreal fScale)
 {
@@ -47,6 +49,16 @@ void CDateField::addCalendarSign()
         lineEdit()->addAction(calendarSign(palette(), devicePixelRatioF()), QLineEdit::TrailingPosition);
     pOpen->setToolTip(QStringLiteral("Pick a day (F4)"));
     connect(pOpen, &QAction::triggered, this, &CDateField::openCalendar);
+}
+
+QSize CDateField::sizeHint() const
+{
+    return QDateTimeEdit::sizeHint() + RoomForSign;
+}
+
+QSize CDateField::minimumSizeHint() const
+{
+    return QDateTimeEdit::minimumSizeHint() + RoomForSign;
 }
 
 void CDateField::makeCalendar()

@@ -19,6 +19,9 @@ public:
     /// The date and local time shown; null as long as nobody has changed the field.
     QDateTime chosen() const { return bTouched ? dateTime() : QDateTime(); }
 
+    /// With room for the calendar's sign.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
 
 protected:

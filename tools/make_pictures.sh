@@ -50,6 +50,13 @@ take_color_pictures()
         tools/color_pictures.py --module "$MODULE" --hierarchy "$HIERARCHY" --output "$OUTPUT"
 }
 
+# On light and dark desktops, and on screens of more pixels.
+take_looks()
+{
+    cmake --preset dev && cmake --build --preset dev --parallel 2 --target tst_module_looks &&
+        QTUTILS_PICTURES=$OUTPUT guarded build-dev/tests/module/tst_module_looks
+}
+
 parse_options "$@"
 cd -- "$TOP"
 finish
@@ -58,3 +65,4 @@ step "Start a virtual display" start_display
 step "Take the pictures" take_pictures pictures.py "$OUTPUT"
 step "Build the kit" cmake --build --preset release --parallel 2 --target qtutils_nodebrowser
 step "Take the pictures of colours" take_color_pictures
+step "Take the pictures of desktops" take_looks

@@ -22,7 +22,7 @@ private Q_SLOTS:
         // when
         oHost.start();
         oHost.call("select", {"i:1"});
-        oHost.call("markRow", {"t:2005-03-01T00:00:00", "i:3"});
+        oHost.call("markRow", {"k:2005-03-01T00:00:00", "i:3"});
         oHost.call("setRowColors", {"c:5x0,0,0"});
         oHost.call("hideTable");
         oHost.call("getFirstDateInSelection", {"ot:20"});

@@ -25,13 +25,13 @@ void endWithUs()
 
 } // namespace
 
-CPrivateDisplay::CPrivateDisplay(Manager eManager)
+CPrivateDisplay::CPrivateDisplay(Manager eManager, QSize oSize)
 {
     oServer.setChildProcessModifier(endWithUs);
     oServer.start(QStringLiteral("Xvfb"),
         {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-            QStringLiteral("1280x1024x24"), QStringLiteral("-noreset"), QStringLiteral("-nolisten"),
-            QStringLiteral("tcp")});
+            QStringLiteral("%1x%2x24").arg(oSize.width()).arg(oSize.height()), QStringLiteral("-noreset"),
+            QStringLiteral("-nolisten"), QStringLiteral("tcp")});
     QByteArray oOutput;
     while (!oOutput.endsWith('\n')) {
         if (!oServer.waitForReadyRead(LongestWait))

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QSize>
 #include <QTemporaryDir>
 
 /// An X server of the test's own, with a window manager if wanted. Sets DISPLAY of the process. Ends with the
@@ -18,8 +19,8 @@ public:
     };
 
     /// Starts the server and waits until it takes clients; ends the program with a message if it can't be
-    /// started.
-    explicit CPrivateDisplay(Manager eManager = Manager::None);
+    /// started. The size is in pixels. The programs that are started afterwards find the display.
+    explicit CPrivateDisplay(Manager eManager = Manager::None, QSize oSize = {1280, 1024});
     ~CPrivateDisplay();
     CPrivateDisplay(const CPrivateDisplay&) = delete;
     CPrivateDisplay& operator=(const CPrivateDisplay&) = delete;

@@ -42,6 +42,13 @@ private Q_SLOTS:
         QTRY_VERIFY(calendar() != nullptr && calendar()->isVisible());
     }
 
+    void theWholeDateIsInSight()
+    {
+        const auto* pEdit = field().findChild<QLineEdit*>();
+        const auto* pSign = field().findChild<QToolButton*>();
+        QVERIFY(pEdit->fontMetrics().horizontalAdvance(u"30.12.2000 20:00:00"_s) < pSign->x());
+    }
+
     void keysOpenTheCalendar_data()
     {
         QTest::addColumn<int>("iKey");

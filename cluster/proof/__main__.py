@@ -29,7 +29,7 @@ GOALS = {
     "head": 1.5,
     "shards": 2.0,
 }  # times one server's, with 10,000 documents
-ROUNDS = 9
+ROUNDS = 15
 
 
 class Proof:

@@ -7,7 +7,7 @@ from collections.abc import Sequence
 from cluster.proof.scene import Sight
 from cluster.proof.statements import DIFFERENT, Finding
 
-STATEMENTS = ("Kind", "Statement", "Result", "Time of one server's")
+STATEMENTS = ("Kind", "Statement", "Result", "One server", "Cluster", "Ratio")
 FAULTS = ("Kind", "Fault", "The window shows", "Calls return", "Longest wait", "Right after", "The user must")
 
 
@@ -19,16 +19,12 @@ def head(titles: Sequence[str]) -> list[str]:
     return [row(titles), "|" + "---|" * len(titles)]
 
 
-def is_missed(finding: Finding) -> bool:
-    """Whether a statement takes longer than it should."""
-    return finding.ratio is not None and finding.goal is not None and finding.ratio > finding.goal
-
-
 def finding_row(kind: str, finding: Finding) -> str:
-    time = "" if finding.ratio is None else f"{finding.ratio:.2f}"
+    times, ratio = finding.times, f"{finding.times.ratio:.2f}"
     if finding.goal is not None:
-        time += f" (at most {finding.goal}{': MISSED' if is_missed(finding) else ''})"
-    return row((kind, finding.statement, finding.outcome, time))
+        ratio += f" (at most {finding.goal}{': MISSED' if times.ratio > finding.goal else ''})"
+    milliseconds = [f"{1000 * time:.1f} ms" for time in times]
+    return row((kind, finding.statement, finding.outcome, *milliseconds, ratio))
 
 
 def sight_row(kind: str, sight: Sight) -> str:

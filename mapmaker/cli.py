@@ -150,7 +150,7 @@ def run(options: argparse.Namespace) -> None:
     names.check()
     steps = Steps()
     others = clusters.places(options.wait_for)
-    with store.connection() as link, clusters.home(link, options, os.environ):
+    with store.connection() as link, clusters.home(link, options, names, os.environ):
         pass  # fail before the work, not after
     with steps.step("reading"):
         texts, number = documents(options)
@@ -160,7 +160,7 @@ def run(options: argparse.Namespace) -> None:
         f"Hierarchy of the map {names.name}, made by: mapmaker {options.command} --seed {options.seed}",
         f"{number} documents, {len(nodes)} nodes",
     ]
-    with store.connection() as link, clusters.home(link, options, os.environ) as home:
+    with store.connection() as link, clusters.home(link, options, names, os.environ) as home:
         with steps.step("storing"):
             store.fill(link, names, content, bar, home)
         texts_of = {

@@ -20,7 +20,9 @@ STATES = {"wsrep_cluster_status": "Primary", "wsrep_ready": "ON", "wsrep_local_s
 
 
 @contextmanager
-def home(link: Any, options: argparse.Namespace, environment: Mapping[str, str]) -> Iterator[store.Home]:
+def home(
+    link: Any, options: argparse.Namespace, names: store.Names, environment: Mapping[str, str]
+) -> Iterator[store.Home]:
     """Where the documents go. Raises StoreError when the server isn't one of the kind that the options name."""
     if options.cluster == SHARDS:
         names = options.servers.split(",")
@@ -29,11 +31,22 @@ def home(link: Any, options: argparse.Namespace, environment: Mapping[str, str])
             yield made
         return
     with link.cursor() as cursor:
+        require_no_links(cursor, names)
         if options.cluster == REPLICAS:
             require_primary(cursor)
         elif options.cluster == GALERA:
             require_member(cursor)
     yield store.SameServer()
+
+
+def require_no_links(cursor: Any, names: store.Names) -> None:
+    """The map's tables, if there are some, have their rows here; else a map would take the place of links by mistake."""
+    for table in names.tables():
+        link = "TABLES WHERE table_schema = %s AND table_name = %s AND engine = 'SPIDER'"
+        if store.found(cursor, link, tuple(table.split("."))):
+            raise StoreError(
+                f"{table} is a link here: make the map on the server with its rows, or use --cluster {SHARDS}"
+            )
 
 
 def require_primary(cursor: Any) -> None:

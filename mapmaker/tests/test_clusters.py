@@ -44,7 +44,7 @@ def node(servers: Callable[..., PrivateServer]) -> PrivateServer:
 def check_kind(server: dict[str, str], *arguments: str) -> None:
     """Looks whether the server is of a kind."""
     chosen = options.parser().parse_args(["sample", *arguments])
-    with store.connection(server) as link, clusters.home(link, chosen, server):
+    with store.connection(server) as link, clusters.home(link, chosen, NAMES, server):
         pass
 
 

@@ -177,3 +177,24 @@ def test_the_command_makes_the_links(
     assert cli.main(["head", "notes_train", "--server", "absent"]) == 2
     assert capsys.readouterr().err == "mapmaker: no CREATE SERVER has been made for absent\n"
     assert marks(ask(front.environment, READER)) == {(1.0, "1")}
+
+
+@pytest.mark.parametrize("names", [["--name", "notes"], ["--som-database", "other"]])
+def test_no_map_takes_the_place_of_links(
+    front: PrivateServer,
+    behind: PrivateServer,
+    monkeypatch: pytest.MonkeyPatch,
+    capsys: pytest.CaptureFixture[str],
+    names: list[str],
+) -> None:
+    put(behind.environment, marked(1))
+    link(front)
+    for name, value in front.environment.items():
+        monkeypatch.setenv(name, value)
+    assert cli.main(["sample", "--documents", "20", *names]) == 2
+    output = capsys.readouterr()
+    assert output.err.startswith(
+        "mapmaker: texts.document is a link here: make the map on the server with its rows"
+    )
+    assert output.out == ""
+    assert marks(ask(front.environment, READER)) == {(1.0, "1")}

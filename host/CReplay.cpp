@@ -52,18 +52,16 @@ bool CReplay::run(const std::string& sItsFile, const std::vector<std::string>& v
 {
     sFile = sItsFile;
     vNeeded = vNeededVariables;
-    // Deliberate: never destroyed. The module's threads may read the recorded texts until the process is
-    // gone. Test: test_trace, test_the_tour_is_the_same_with_the_tracer.
-    const auto* const pRecording = new CRecording(sFile);
+    const CRecording oRecording(sFile);
     try {
-        play(*pRecording);
+        play(oRecording);
     } catch (...) {
         freeAll();
         throw;
     }
     freeAll();
     if (bSame && !oSignals.pending()) {
-        std::printf("%s: answers as recorded, calls: %zu\n", sFile.c_str(), pRecording->calls().size());
+        std::printf("%s: answers as recorded, calls: %zu\n", sFile.c_str(), oRecording.calls().size());
         std::fflush(stdout);
     }
     return bSame;

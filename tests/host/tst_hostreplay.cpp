@@ -76,7 +76,7 @@ private Q_SLOTS:
     void whatWasThereBeforeIsThereAgain()
     {
         const SRun oRun =
-            replay(Construction + call(2, "sum", "[[],0,{}]", R"([{"before":[9,8],"after":[0,8]}])"));
+            replay(Construction + call(2, "sum", "[[4],1,{}]", R"([{"before":[9,8],"after":[4,8]}])"));
         QCOMPARE(oRun.sError, QString());
         QCOMPARE(oRun.iCode, 0);
     }

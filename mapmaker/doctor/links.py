@@ -14,6 +14,7 @@ from mapmaker.driver import ServerError
 
 PATIENCE = 60  # seconds
 ENCRYPTED = ('ssl_ca "', 'ssl_verify_server_cert "1"')
+MIXES = "3"  # value of spider_quick_mode, the usual one
 CREATES_TABLES = "1"  # value of spider_bka_mode
 
 
@@ -34,8 +35,13 @@ def check(patient: Patient) -> Iterator[Finding]:
 
 
 def settings(patient: Patient) -> Iterator[Finding]:
-    """Settings that shards need."""
+    """Settings that links to whole tables need, and shards."""
     documents, assignment = patient.documents, patient.assignment
+    whole = [table for table in (documents, patient.keywords) if table.is_link and not table.partitions]
+    if whole and patient.setting("spider_quick_mode") == MIXES:
+        fault = f"spider_quick_mode is {MIXES}: answers of more than 1,024 rows come in another order"
+        effect = "large nodes aren't sorted, and nodes of large maps have the keywords and signs of others"
+        yield warning("links.order", whole[0], fault, effect, "set spider_quick_mode=2")
     batches = int(patient.setting("join_cache_level") or 0) > 4
     if documents.partitions and batches and patient.setting("spider_bka_mode") == CREATES_TABLES:
         fault = "spider_bka_mode is 1"

@@ -19,7 +19,13 @@ from mapmaker.tests.privateserver import PrivateServer, connect, spider_options
 from mapmaker.tests.test_shards import BATCHED, known
 
 NAMES = HostNames("ill_map", "ill_texts", "t_train")
-SHORT = ["--spider-net-read-timeout=60", "--spider-connect-timeout=1", "--spider-connect-retry-count=20"]
+AS_THEY_COME = "--spider-quick-mode=2"  # rows of a link are passed on one by one
+SHORT = [
+    AS_THEY_COME,
+    "--spider-net-read-timeout=60",
+    "--spider-connect-timeout=1",
+    "--spider-connect-retry-count=20",
+]
 COLUMNS = "(id INT PRIMARY KEY, date DATETIME, title VARCHAR(200), URL VARCHAR(200), text TEXT)"
 
 
@@ -60,6 +66,40 @@ def look(server: PrivateServer, environment: dict[str, str] | None = None) -> li
 
 def test_good_links_have_no_findings(links: PrivateServer) -> None:
     assert look(links) == []
+
+
+def test_links_whose_rows_come_in_disorder_are_found(links: PrivateServer) -> None:
+    link = connect(links.environment)
+    with global_setting(link, "spider_quick_mode", 3):
+        (found,) = look(links)
+    link.close()
+    assert (found.code, found.severity, found.place) == (
+        "links.order",
+        Severity.WARNING,
+        "ill_texts.document",
+    )
+
+
+@pytest.mark.parametrize("spread", [False, True])
+def test_items_without_a_document_are_found_behind_links(
+    links: PrivateServer, behind: PrivateServer, spread: bool
+) -> None:
+    many = "FROM (SELECT seq FROM ill_map.seq_50_to_2999) AS numbers"
+    behind.ask(
+        f"INSERT INTO ill_texts.document SELECT seq, '2005-03-01', 'A', 'http://a.org', REPEAT('x', 500) {many};\n"
+        f"INSERT INTO ill_map.t_train SELECT 3, 0.5, seq {many}"
+    )
+    try:
+        if spread:
+            in_shards(links, ["backend"])
+        assert look(links) == []
+        behind.ask("DELETE FROM ill_texts.document WHERE id IN (2000, 2001)")
+        (found,) = look(links)
+    finally:
+        behind.ask(
+            "DELETE FROM ill_texts.document WHERE id > 49;\nDELETE FROM ill_map.t_train WHERE item > 49"
+        )
+    assert (found.code, found.fault) == ("indices.orphans", "2 items are the id of no document")
 
 
 def in_shards(front: PrivateServer, servers: list[str]) -> None:

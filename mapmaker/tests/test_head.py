@@ -29,7 +29,7 @@ def behind(servers: Callable[..., PrivateServer]) -> PrivateServer:
 @pytest.fixture(scope="module")
 def front(servers: Callable[..., PrivateServer], behind: PrivateServer) -> PrivateServer:
     """The head, which knows the other one as backend."""
-    made = servers("front", *spider_options())
+    made = servers("front", *spider_options(), "--spider-quick-mode=2")
     known(made, "backend", behind)
     return made
 

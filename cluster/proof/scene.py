@@ -9,7 +9,7 @@ from typing import NamedTuple
 from cluster.proof.window import Look, Window
 from cluster.runner.processes import LIMIT, ClusterError
 
-PATIENCE = 1.0  # seconds after the first wrong look in which the same window may come right by itself
+PATIENCE = 2.0  # seconds after the first wrong look in which the same window may come right by itself
 STEADY = 0.8  # seconds of right looks on end: HAProxy needs half of them to notice that a server is gone
 PAUSE = 0.02  # seconds between two looks
 NODE = 0

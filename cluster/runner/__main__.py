@@ -20,8 +20,10 @@ def write_environment(kind: Kind, target: Path | None) -> None:
         sys.stdout.write(lines)
         sys.stdout.flush()
         return
-    target.with_suffix(".new").write_text(lines, encoding="utf-8")
-    target.with_suffix(".new").rename(target)
+    new = target.with_name(f"{target.name}.new")
+    new.touch(mode=0o600)  # the reader's password is in it
+    new.write_text(lines, encoding="utf-8")
+    new.rename(target)
 
 
 def keep(options: argparse.Namespace) -> None:

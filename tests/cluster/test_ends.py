@@ -14,8 +14,8 @@ from conftest import TOP, Up, wait_until
 SMALL = ("--map", "sample --documents 200")
 
 
-def stop(up: Up) -> None:
-    up.process.send_signal(signal.SIGTERM)
+def interrupt(up: Up) -> None:
+    up.process.send_signal(signal.SIGINT)
 
 
 def hang_up(up: Up) -> None:
@@ -36,7 +36,7 @@ def kill_guard(up: Up) -> None:
 
 
 @pytest.mark.parametrize(
-    "end, code", [(stop, 143), (hang_up, 129), (kill_script, -9), (kill_keeper, 137), (kill_guard, 137)]
+    "end, code", [(interrupt, 130), (hang_up, 129), (kill_script, -9), (kill_keeper, 137), (kill_guard, 137)]
 )
 def test_nothing_is_left(up: Callable[..., Up], end: Callable[[Up], None], code: int) -> None:
     cluster = up(*SMALL, "replicas")

@@ -45,7 +45,9 @@ def check_reader(client: Client) -> None:
 
 @pytest.mark.parametrize("kind", KINDS)
 def test_a_reader_reads_and_no_more(up: Callable[..., Up], kind: str) -> None:
-    variables = up(*SMALL, kind).wait_ready()
+    cluster = up(*SMALL, kind)
+    variables = cluster.wait_ready()
+    assert cluster.variables.stat().st_mode & 0o777 == 0o600  # the password is in it
     account = Account(variables["MYSQL_USER"], variables["MYSQL_PWD"])
     with connected(address(variables), account, "som") as client:
         check_reader(client)

@@ -66,7 +66,7 @@ def patience(patient: Patient, links: list[Table]) -> Iterator[Finding]:
         yield waiting("hanging", f"spider_net_read_timeout is {reading} s", "hangs", reading, remedy)
     if connecting > PATIENCE:
         fault = f"spider_connect_retry_count is {attempts}, spider_connect_timeout {connecting // attempts} s"
-        remedy = "set spider_connect_timeout=1 and spider_connect_retry_count=20"
+        remedy = "set spider_connect_timeout=1 and spider_connect_retry_count to a few"
         yield waiting("unreachable", fault, "can't be reached", connecting, remedy)
 
 

@@ -46,17 +46,27 @@ CRecording::CRecording(const std::string& sFile)
     if (!oFile) {
         throw CError("can't open recording \"" + sFile + "\": " + std::strerror(errno));
     }
+    read(oFile, sFile);
+}
+
+CRecording::CRecording(std::istream& oInput, const std::string& sName)
+{
+    read(oInput, sName);
+}
+
+void CRecording::read(std::istream& oInput, const std::string& sName)
+{
     std::string sLine;
     int iLine = 1;
-    for (; std::getline(oFile, sLine) && !oFile.eof(); ++iLine) {
+    for (; std::getline(oInput, sLine) && !oInput.eof(); ++iLine) {
         try {
             readLine(parseJson(sLine), iLine);
         } catch (const CError& oError) {
-            throw CError(sFile + ":" + std::to_string(iLine) + ": " + oError.what(), true);
+            throw CError(sName + ":" + std::to_string(iLine) + ": " + oError.what(), true);
         }
     }
     if (iLine == 1) {
-        throw CError("\"" + sFile + "\" has no recording");
+        throw CError("\"" + sName + "\" has no recording");
     }
 }
 

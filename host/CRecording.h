@@ -6,6 +6,7 @@
 #include "json.h"
 
 #include <cstddef>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,10 +46,14 @@ public:
     /// CError "FILE:LINE: cause".
     explicit CRecording(const std::string& sFile);
 
+    /// The same from an open stream; an error calls it @p sName.
+    CRecording(std::istream& oInput, const std::string& sName);
+
     [[nodiscard]] const std::vector<SRecordedCall>& calls() const { return vCalls; }
     [[nodiscard]] const std::vector<SStep>& steps() const { return vSteps; }
 
 private:
+    void read(std::istream& oInput, const std::string& sName);
     void readLine(const SJson& oLine, int iLine);
     void readCall(const SJson& oLine, int iLine);
     void readAnswer(const SJson& oLine, int iLine);

@@ -57,6 +57,7 @@ def test_calls_are_written_with_arguments_and_answers(tmp_path: Path) -> None:
     file = tmp_path / "calls.jsonl"
     result = run([HOST, TRACER, "--command", CALLS], traced(file))
     assert (result.returncode, result.stderr) == (0, "")
+    assert file.stat().st_mode & 0o777 == 0o600
     head, *lines = read(file)
     assert (head["qtutils-trace"], head["module"], head["TZ"]) == (1, str(FAKE), os.environ.get("TZ"))
     assert re.fullmatch(r"\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ", head["started"]) and head["process"] > 1

@@ -57,6 +57,8 @@ def wanted() -> set[str]:
     }
     pages = {*below(TOP, "docs/**/*.*"), *below(TOP, "*/README.md"), *below(TOP, "kit/examples/*/*.*")}
     pages = {name for name in pages if name.split("/")[0] in ("docs", "host", "kit", "mapmaker")}
+    for suffix in ("cnf", "cfg", "sql"):
+        pages |= below(TOP, f"cluster/**/*.{suffix}")
     return (
         WANTED
         | packages

@@ -39,8 +39,10 @@ def settings(patient: Patient) -> Iterator[Finding]:
     documents, assignment = patient.documents, patient.assignment
     whole = [table for table in (documents, patient.keywords) if table.is_link and not table.partitions]
     if whole and patient.setting("spider_quick_mode") == MIXES:
-        fault = f"spider_quick_mode is {MIXES}: answers of more than 1,024 rows come in another order"
-        effect = "large nodes aren't sorted, and nodes of large maps have the keywords and signs of others"
+        fault = f"spider_quick_mode is {MIXES}: answers of more than 1,024 rows may come in another order"
+        effect = (
+            "large nodes may not be sorted, and nodes of large maps may have the keywords and signs of others"
+        )
         yield warning("links.order", whole[0], fault, effect, "set spider_quick_mode=2")
     batches = int(patient.setting("join_cache_level") or 0) > 4
     if documents.partitions and batches and patient.setting("spider_bka_mode") == CREATES_TABLES:

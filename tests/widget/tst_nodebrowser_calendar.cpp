@@ -12,6 +12,7 @@
 #include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QToolButton>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,8 @@ private Q_SLOTS:
 
     void theWholeDateIsInSight()
     {
+        pBrowser->passHierarchy({{1}, {}}); // the tree takes its room
+        QTRY_COMPARE(pBrowser->tree().width(), 340);
         const auto* pEdit = field().findChild<QLineEdit*>();
         const auto* pSign = field().findChild<QToolButton*>();
         QVERIFY(pEdit->fontMetrics().horizontalAdvance(u"30.12.2000 20:00:00"_s) < pSign->x());

@@ -164,7 +164,7 @@ void* nodeBrowser_CNodeBrowser(void* /*pHandle*/, void** apArguments)
     setenv("LANG", "de_DE", 1);
     if (oSettings)
         oState.pNodeBrowser = userInterface().construct(*oSettings);
-    calllog::tell("CNodeBrowser \"%s\" \"%s\": %s", textSlot(apArguments, 0).c_str(),
+    calllog::tell(R"(CNodeBrowser "%s" "%s": %s)", textSlot(apArguments, 0).c_str(),
         textSlot(apArguments, 1).c_str(), oState.pNodeBrowser != nullptr ? "a window" : "null");
     return oState.pNodeBrowser;
 }

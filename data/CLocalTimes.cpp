@@ -6,7 +6,6 @@
 namespace {
 
 constexpr std::int64_t Day = 86400; ///< seconds
-constexpr std::int64_t Hour = 3600;
 constexpr std::time_t SomeDay = 18000 * Day; ///< after the last leap second
 
 std::time_t localTime(std::tm oFields)

@@ -48,7 +48,7 @@ void keepFromPrograms(const QSqlDatabase& oDatabase)
 
 void tell(const QSqlDatabase& oDatabase, bool bOpen, qint64 iMilliseconds)
 {
-    qCDebug(sqllog::category, "connection to %s on \"%s\" as \"%s\" %s after %lld ms",
+    qCDebug(sqllog::category, R"(connection to %s on "%s" as "%s" %s after %lld ms)",
         qUtf8Printable(oDatabase.databaseName()), qUtf8Printable(oDatabase.hostName()),
         qUtf8Printable(oDatabase.userName()), bOpen ? "open" : "failed",
         static_cast<long long>(iMilliseconds));

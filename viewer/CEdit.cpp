@@ -80,7 +80,7 @@ void CEdit::setText(QString sText)
 QString CEdit::firstLine() const
 {
     for (QTextBlock oLine = pTextEdit->document()->begin(); oLine.isValid(); oLine = oLine.next())
-        if (const QString sLine = oLine.text().simplified(); !sLine.isEmpty())
+        if (QString sLine = oLine.text().simplified(); !sLine.isEmpty())
             return sLine;
     return {};
 }

@@ -6,6 +6,7 @@ import argparse
 import sys
 import time
 from collections.abc import Iterable
+from importlib.util import find_spec
 from pathlib import Path
 
 from bench.runner.data import Data
@@ -30,6 +31,8 @@ def arguments() -> argparse.Namespace:
     unknown = set(found.case) - set(names)
     if unknown:
         parser.error(f"no such case: {', '.join(sorted(unknown))}")
+    if found.plot and find_spec("matplotlib") is None:
+        parser.error("--plot needs the package python3-matplotlib")
     return found
 
 

@@ -5,12 +5,7 @@
 from collections.abc import Sequence
 from pathlib import Path
 
-import matplotlib
-
 from bench.runner.measure import Line
-
-matplotlib.use("Agg")
-import matplotlib.pyplot as plt  # noqa: E402
 
 Curve = tuple[list[int], list[float]]
 
@@ -29,7 +24,12 @@ def curves(lines: Sequence[Line]) -> dict[str, Curve]:
 
 
 def draw(lines: Sequence[Line], folder: Path) -> None:
-    """Writes <question>-<figure>.png into a folder."""
+    """Writes <question>-<figure>.png into a folder. Needs python3-matplotlib."""
+    import matplotlib
+
+    matplotlib.use("Agg")
+    from matplotlib import pyplot as plt
+
     groups: dict[tuple[str, str], list[Line]] = {}
     for line in lines:
         groups.setdefault((line.question, line.figure), []).append(line)

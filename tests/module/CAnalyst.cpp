@@ -16,6 +16,7 @@ void CAnalyst::startAt(int iNode)
     oHost.start();
     showWindow();
     oHost.call("select", {"i:" + number(iNode)});
+    oHost.numRows(); // the server has been asked then
 }
 
 QByteArrayList CAnalyst::marked(const QByteArray& oName)

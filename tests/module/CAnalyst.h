@@ -21,7 +21,7 @@ public:
 
     /// The host's window comes up; waits until it has the focus.
     void showWindow();
-    /// Starts the host, shows its window and chooses a node.
+    /// Starts the host, shows its window and chooses a node, and waits until its documents are there.
     void startAt(int iNode);
 
     /// The table's header line, then a line for each row.

@@ -39,7 +39,7 @@ private Q_SLOTS:
         QVERIFY(part("DateEditGroup").contains(part("dateedit"), true));
         QVERIFY(part("texteditor").bottom() < part("DateEditGroup").top());
         QVERIFY(part("checkdate").right() < part("dateedit").left());
-        QCOMPARE(part("checkdate").width(), part("dateedit").width());
+        QVERIFY(part("checkdate").width() <= part("dateedit").width()); // which has room for its date
     }
 
     void groupsAndFieldsHaveTheirTexts()

@@ -10,6 +10,7 @@ from collections.abc import Sequence
 from cluster.runner.client import Address, QueryError, connected
 from cluster.runner.place import TOP, Place
 from cluster.runner.processes import ClusterError, wait_for
+from cluster.runner.proxy import Proxy
 from cluster.runner.server import Server
 
 MAPMAKER = ("/usr/bin/python3", "-m", "mapmaker")
@@ -17,6 +18,8 @@ MAPMAKER = ("/usr/bin/python3", "-m", "mapmaker")
 
 class Kind(ABC):
     """A private cluster: start(), then make_map() or scripts to the writer, then publish() for each map."""
+
+    proxy: Proxy | None = None
 
     def __init__(self, place: Place) -> None:
         self.place = place
@@ -85,10 +88,12 @@ class Kind(ABC):
             raise ClusterError(f"mapmaker: {(result.stdout.splitlines() or ['it says nothing'])[-1]}")
 
     def wait_readable(self, name: str, address: Address) -> None:
-        """Returns when a new connection of the reader to that address finds the map."""
+        """Returns when a new connection of the reader to that address finds the map. Raises ClusterError."""
         statement = f"SELECT 1 FROM {self.place.words['SOM']}.{name}_train LIMIT 1"
 
         def is_readable() -> bool:
+            if self.proxy is not None:
+                self.proxy.check()
             try:
                 with connected(address, self.place.reader) as client:
                     return client.value(statement) == "1"

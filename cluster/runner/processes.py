@@ -58,6 +58,7 @@ class Child:
         with open(log, "ab") as output:
             self._process = subprocess.Popen(
                 command,
+                cwd="/",  # HAProxy must be able to come back there, also as another user
                 stdin=subprocess.DEVNULL,
                 stdout=output,
                 stderr=output,

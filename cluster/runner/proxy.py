@@ -6,7 +6,7 @@ import os
 from collections.abc import Mapping
 
 from cluster.runner.client import Address
-from cluster.runner.place import FILES, Place
+from cluster.runner.place import FILES, Place, last_line
 from cluster.runner.processes import Child, ClusterError
 from cluster.runner.server import Server
 
@@ -32,6 +32,11 @@ class Proxy:
     def start(self, *options: str) -> None:
         command = [str(self._place.program("haproxy")), "-db", "-f", str(self._file), *options]
         self._child = self._place.start(command, self._log, {**os.environ, **self._variables})
+
+    def check(self) -> None:
+        """Raises ClusterError when HAProxy has ended."""
+        if self.child.has_ended():
+            raise ClusterError(f"HAProxy has ended: {last_line(self._log)}")
 
     def restart(self) -> None:
         """Ends HAProxy and starts it anew: its sessions end."""

@@ -95,6 +95,9 @@ class Galera(Kind):
             node.wait_synced()
         self.proxy.start()
 
+    def check(self) -> None:
+        self.proxy.check()
+
     def publish(self, name: str) -> None:
         self.writer.script(self.place.text("reader.sql", MAP=name))
         written = self.nodes[0].changes()

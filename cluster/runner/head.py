@@ -55,6 +55,9 @@ class HeadBeforeReplicas(Replicas):
         self.head.wait_ready()
         self.head.make_accounts(cluster=self.proxy.address)
 
+    def check(self) -> None:
+        self.proxy.check()
+
     def publish(self, name: str) -> None:
         self.primary.script(self.place.text("reader.sql", MAP=name))
         self.wait_copied()

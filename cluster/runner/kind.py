@@ -10,7 +10,6 @@ from collections.abc import Sequence
 from cluster.runner.client import Address, QueryError, connected
 from cluster.runner.place import TOP, Place
 from cluster.runner.processes import ClusterError, wait_for
-from cluster.runner.proxy import Proxy
 from cluster.runner.server import Server
 
 MAPMAKER = ("/usr/bin/python3", "-m", "mapmaker")
@@ -18,8 +17,6 @@ MAPMAKER = ("/usr/bin/python3", "-m", "mapmaker")
 
 class Kind(ABC):
     """A private cluster: start(), then make_map() or scripts to the writer, then publish() for each map."""
-
-    proxy: Proxy | None = None
 
     def __init__(self, place: Place) -> None:
         self.place = place
@@ -46,6 +43,9 @@ class Kind(ABC):
     @abstractmethod
     def publish(self, name: str) -> None:
         """Gives the reader rights on a map that the writer has; returns when every server has it."""
+
+    def check(self) -> None:
+        """Raises ClusterError when what leads readers to the servers has ended."""
 
     def document_tables(self) -> list[tuple[Server, str, str]]:
         """Where documents are written: server, table, and the condition on ids "seq" that belong there."""
@@ -92,8 +92,7 @@ class Kind(ABC):
         statement = f"SELECT 1 FROM {self.place.words['SOM']}.{name}_train LIMIT 1"
 
         def is_readable() -> bool:
-            if self.proxy is not None:
-                self.proxy.check()
+            self.check()
             try:
                 with connected(address, self.place.reader) as client:
                     return client.value(statement) == "1"

@@ -47,6 +47,9 @@ class Replicas(Kind):
         self.wait_copied()
         self.proxy.start()
 
+    def check(self) -> None:
+        self.proxy.check()
+
     def publish(self, name: str) -> None:
         self.primary.script(self.place.text("reader.sql", MAP=name))
         self.wait_copied()

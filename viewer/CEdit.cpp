@@ -52,7 +52,11 @@ CEdit::CEdit(QWidget* parent, const char* name)
     pBoxLayout->addWidget(makeButtonRow());
 }
 
-CEdit::~CEdit() = default;
+// The editor goes after this part of the window, and may still move its scroll bar.
+CEdit::~CEdit()
+{
+    pTextEdit->verticalScrollBar()->disconnect(this);
+}
 
 QWidget* CEdit::makeButtonRow()
 {

@@ -3,8 +3,11 @@
 
 #include "CAnalyst.h"
 #include "CFakeBrowser.h"
+#include "CFaultyLine.h"
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +19,11 @@ class TestModuleFaultsDisplay : public QObject
 private Q_SLOTS:
     void initTestCase() { oServer.load(u"news.sql"_s); }
 
-    void cleanup() { oServer.goOn(); }
+    void init()
+    {
+        pLine = std::make_unique<CFaultyLine>(oServer.socket(), oFolder);
+        qputenv("MYSQL_UNIX_PORT", pLine->socket());
+    }
 
     void theHostLivesOnWhateverIsOpen_data()
     {
@@ -81,7 +88,7 @@ private Q_SLOTS:
         if (oHeldUpBy == "fillDate")
             oHost.call("setRowColors", {"c:5x0,0,0"});
         else if (oHeldUpBy == "server")
-            oServer.goOn();
+            pLine->goOn();
         else
             oBrowser.close();
         // then: the question returns, with its answer or without one
@@ -145,8 +152,9 @@ private:
         if (oBy == "fillDate") {
             oHost.call("fillDate", {"oi:5"});
         } else if (oBy == "server") {
-            oServer.halt();
+            pLine->fallSilentBehind(0);
             oHost.call("select", {"i:1"});
+            QTUTILS_WAIT_FOR(pLine->isSilent());
         } else {
             oAnalyst.choose("Show", "URL");
             oAnalyst.doubleClickCell(0, "URL");
@@ -170,6 +178,8 @@ private:
     }
 
     CPrivateServer oServer;
+    QTemporaryDir oFolder;
+    std::unique_ptr<CFaultyLine> pLine;
 };
 
 QTUTILS_MODULE_TEST_MAIN(TestModuleFaultsDisplay)

@@ -163,12 +163,12 @@ void CTable::fillDate(int* piDate)
         CRowDates oDates(pSelectCursor.get());
         const int iNumRows = std::min(oDates.numRows(), numRows());
         for (int iRow = 0; iRow < iNumRows; iRow++) {
-            const auto tDate = oDates.time(iRow);
-            if (!tDate)
+            std::time_t tDate = 0;
+            if (!oDates.readTime(iRow, tDate))
                 continue;
             if (!tBase)
                 tBase = tDate;
-            piDate[iRow] = datetext::minutes(*tDate - *tBase);
+            piDate[iRow] = datetext::minutes(tDate - *tBase);
         }
     });
 }
@@ -178,11 +178,7 @@ int CTable::findRowAfter(std::time_t iStart)
     CRowDates oDates(pSelectCursor.get());
     const int iNumRows = oDates.numRows();
     for (int iRow = 0; iRow < iNumRows; iRow++) {
-        const auto tDate = oDates.time(iRow);
-        if (!tDate)
-            continue;
-        tFrameStart = *tDate;
-        if (tFrameStart > iStart)
+        if (oDates.readTime(iRow, tFrameStart) && tFrameStart > iStart)
             return iRow;
     }
     return -1;

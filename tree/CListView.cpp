@@ -94,8 +94,8 @@ void CListView::fillList(const CNodeLists* pvviNodes, QString sSOMTable)
         connectToDataBase(sSOMTable); // without its data the nodes have numbers only
     const topicicons::Icons oIcons = pModel->keywordTable() != nullptr ? loadIcons() : topicicons::Icons();
     const QSignalBlocker blocker(this); // losing the current item is no choice of a node
-    pModel->setTree(CNodeItems(*pvviNodes), oIcons, readSigns(pvviNodes->size()),
-        header()->sortIndicatorSection(), header()->sortIndicatorOrder());
+    pModel->setTree(*pvviNodes, oIcons, readSigns(pvviNodes->size()), header()->sortIndicatorSection(),
+        header()->sortIndicatorOrder());
     expand(pModel->index(0, NodeColumn));
     adjustColumns();
 }
@@ -117,7 +117,7 @@ std::vector<signed char> CListView::readSigns(std::size_t uNumNodes) const
 int CListView::measureRowHeight() const
 {
     CNodeModel oProbe;
-    oProbe.setTree(CNodeItems(CNodeLists{{}}), {}, {}, NodeColumn, Qt::AscendingOrder);
+    oProbe.setTree(CNodeLists{{}}, {}, {}, NodeColumn, Qt::AscendingOrder);
     QStyleOptionViewItem oOption;
     initViewItemOption(&oOption);
     oOption.rect.setWidth(-1);

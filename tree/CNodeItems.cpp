@@ -16,7 +16,7 @@ bool hasList(int iNode, std::size_t uNumNodes)
 } // namespace
 
 // Without recursion, because hierarchies may be deep.
-CNodeItems::CNodeItems(const CNodeLists& vviNodes)
+CNodeItems::CNodeItems(const CNodeLists& vviNodes, Siblings eSiblings)
     : uNumNodes(vviNodes.size())
 {
     vItems.reserve(1 + vviNodes.numChildren());
@@ -30,6 +30,8 @@ CNodeItems::CNodeItems(const CNodeLists& vviNodes)
         vbOnPath[uNode] = true;
         viNextRows.push_back(0);
         addChildren(iItem, vviNodes[uNode], vbOnPath);
+        if (eSiblings == Siblings::Ascending)
+            bringIntoOrder(child(iItem, 0));
     };
     enter(0);
     while (!viNextRows.empty()) {
@@ -55,6 +57,12 @@ void CNodeItems::addChildren(int iItem, std::span<const int> viChildren, const s
         if (!hasList(iChild, uNumNodes) || !vbOnPath[std::size_t(iChild)])
             vItems.push_back({iChild, iItem, 0, 0});
     vItems[std::size_t(iItem)].iNumChildren = count() - child(iItem, 0);
+}
+
+// From that item on, none of which has children yet.
+void CNodeItems::bringIntoOrder(int iFirst)
+{
+    std::ranges::sort(vItems.begin() + iFirst, vItems.end(), {}, &Item::iNode);
 }
 
 // The item below, or else the next one beside or further up.
@@ -89,14 +97,6 @@ int CNodeItems::find(int iNode) const
         return viItems[std::size_t(iNode)];
     const auto oFound = oItemsOutside.find(iNode);
     return oFound == oItemsOutside.end() ? None : oFound->second;
-}
-
-bool CNodeItems::isAscending() const
-{
-    const auto isFalling = [](const Item& oOne, const Item& oNext) {
-        return oOne.iParent == oNext.iParent && oOne.iNode > oNext.iNode;
-    };
-    return std::adjacent_find(vItems.begin(), vItems.end(), isFalling) == vItems.end();
 }
 
 // Children have greater numbers than their parent, so each stands at its new place when its turn comes.

@@ -19,13 +19,20 @@ public:
     /// their new order. False if they stay as they are. Those that are equal keep their order.
     using Order = std::function<bool(const std::vector<int>& viNodes, std::vector<int>& viPlaces)>;
 
+    /// How siblings stand at first.
+    enum class Siblings
+    {
+        AsGiven,
+        Ascending ///< in the order of their numbers
+    };
+
     static constexpr int None = -1;
 
     /// No item, not even a root.
     CNodeItems() = default;
     /// A tree whose entry i holds the children of node i. Children without a list of their own are leaves. A
     /// node below itself is left out, because it would never end.
-    explicit CNodeItems(const CNodeLists& vviNodes);
+    explicit CNodeItems(const CNodeLists& vviNodes, Siblings eSiblings = Siblings::AsGiven);
 
     int count() const { return int(vItems.size()); }
     int node(int iItem) const { return item(iItem).iNode; }
@@ -39,8 +46,6 @@ public:
     /// The item of a node, or None; of several the first in the order shown with all branches open.
     int find(int iNode) const;
 
-    /// Whether all siblings stand in the order of their numbers.
-    bool isAscending() const;
     /// Puts all siblings into another order. The result says which number an item has now.
     std::vector<int> sort(const Order& order);
 
@@ -55,6 +60,7 @@ private:
 
     const Item& item(int iItem) const { return vItems[std::size_t(iItem)]; }
     void addChildren(int iItem, std::span<const int> viChildren, const std::vector<bool>& vbOnPath);
+    void bringIntoOrder(int iFirst);
     void moveChildren(int iParent, const std::vector<int>& viPlaces, std::vector<int>& viNumbers);
     int next(int iItem) const;
     void makeIndex() const;

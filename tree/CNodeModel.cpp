@@ -39,14 +39,16 @@ void CNodeModel::setKeywords(std::unique_ptr<const CKeywordTable> pNewKeywords)
     pKeywords = std::move(pNewKeywords);
 }
 
-void CNodeModel::setTree(CNodeItems oNewItems, const topicicons::Icons& oNewIcons,
+void CNodeModel::setTree(const CNodeLists& vviNodes, const topicicons::Icons& oNewIcons,
     std::vector<signed char> vNewSigns, int iSortColumn, Qt::SortOrder eOrder)
 {
     beginResetModel();
-    oItems = std::move(oNewItems);
+    const bool bAscending = iSortColumn == CListViewItem::NodeColumn && eOrder == Qt::AscendingOrder;
+    oItems =
+        CNodeItems(vviNodes, bAscending ? CNodeItems::Siblings::Ascending : CNodeItems::Siblings::AsGiven);
     oIcons = oNewIcons;
     vSigns = std::move(vNewSigns);
-    if (iSortColumn != CListViewItem::NodeColumn || eOrder != Qt::AscendingOrder || !oItems.isAscending())
+    if (!bAscending)
         sortItems(iSortColumn, eOrder);
     endResetModel();
 }

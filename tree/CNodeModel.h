@@ -29,8 +29,8 @@ public:
     const CKeywordTable* keywordTable() const { return pKeywords.get(); }
     /// Shows another tree, sorted by a column, with the signs of the topics in the keyword table. The root
     /// shows sign 0, unless there are no topics.
-    void setTree(CNodeItems oNewItems, const topicicons::Icons& oNewIcons, std::vector<signed char> vNewSigns,
-        int iSortColumn, Qt::SortOrder eOrder);
+    void setTree(const CNodeLists& vviNodes, const topicicons::Icons& oNewIcons,
+        std::vector<signed char> vNewSigns, int iSortColumn, Qt::SortOrder eOrder);
 
     const CNodeItems& items() const { return oItems; }
     /// The row of a node, or an invalid index; of several the first in the order shown.

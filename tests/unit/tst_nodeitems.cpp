@@ -118,23 +118,13 @@ private Q_SLOTS:
         checkFamilies(oItems);
     }
 
-    void siblingsMayStandInOrder_data()
+    void siblingsMayBePutInOrderFromTheStart()
     {
-        QTest::addColumn<CNodeLists>("oLists");
-        QTest::addColumn<bool>("bAscending");
-        QTest::newRow("none") << CNodeLists{} << true;
-        QTest::newRow("root") << CNodeLists{{}} << true;
-        QTest::newRow("in order") << CNodeLists{{1, 4}, {2, 3}, {}, {}, {5}, {}} << true;
-        QTest::newRow("a branch of lower numbers") << CNodeLists{{3, 4}, {}, {}, {1, 2}, {}} << true;
-        QTest::newRow("twice the same") << CNodeLists{{1, 1}, {}} << true;
-        QTest::newRow("fall at the end") << CNodeLists{{1, 2}, {}, {4, 3}, {}, {}} << false;
-        QTest::newRow("fall at the beginning") << CNodeLists{{2, 1}, {}, {3, 4}, {}, {}} << false;
-    }
-
-    void siblingsMayStandInOrder()
-    {
-        QFETCH(CNodeLists, oLists);
-        QTEST(CNodeItems(oLists).isAscending(), "bAscending");
+        const CNodeItems oItems(nodes(), CNodeItems::Siblings::Ascending);
+        QCOMPARE(line(oItems), "0(2(3(7 16) 8) 11(4 5))");
+        checkFamilies(oItems);
+        QCOMPARE(line(CNodeItems({{9, 2, -1, 2}, {}, {3}, {}}, CNodeItems::Siblings::Ascending)),
+            "0(-1 2(3) 2(3) 9)");
     }
 
     void sortingSaysWhereTheItemsAre()

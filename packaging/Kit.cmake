@@ -23,6 +23,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qtutilsConfig.cmake ${CMAKE_CURRENT_BI
 
 qtutils_configure(packaging/qtutils.pc.in qtutils.pc)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/qtutils.pc DESTINATION ${sPkgConfigFolder} COMPONENT dev)
+qtutils_install_man(dev qtutils.3)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/kit/python/qtutils DESTINATION ${QTUTILS_PYTHON_FOLDER} COMPONENT python
     FILES_MATCHING PATTERN "*.py" PATTERN py.typed PATTERN __pycache__ EXCLUDE)

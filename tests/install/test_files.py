@@ -18,7 +18,7 @@ KIT = (
     "recipes.h",
     "rowcolors.h",
 )
-PAGES = ("mapmaker.1", "qtutils-demo.1", "qtutils-host.1")
+PAGES = ("man1/mapmaker.1", "man1/qtutils-demo.1", "man1/qtutils-host.1", "man3/qtutils.3")
 APPLICATION = "org.qtutils.Demo"
 WANTED = {
     f"{LIBRARIES}/qtutils/qtutils.so",
@@ -38,7 +38,7 @@ WANTED = {
     *(f"bin/{name}" for name in ("mapmaker", "qtutils-demo", "qtutils-host")),
     *(f"share/bash-completion/completions/{name}" for name in ("mapmaker", "qtutils-demo", "qtutils-host")),
     *(f"include/qtutils/{name}" for name in KIT),
-    *(f"share/man/man1/{name}" for name in PAGES),
+    *(f"share/man/{name}" for name in PAGES),
     *(f"share/qtutils/Images/{topic}.xpm" for topic in range(21)),
     *(f"share/qtutils/tools/{name}" for name in ("common.sh", "demomap.sh", "guard.sh")),
 }
@@ -114,7 +114,7 @@ def test_the_data_for_software_centres_is_valid(prefix: Path) -> None:
 
 @pytest.mark.parametrize("page", PAGES)
 def test_manual_pages_are_well_formed(prefix: Path, page: str) -> None:
-    file = prefix / "share" / "man" / "man1" / page
+    file = prefix / "share" / "man" / page
     result = run("groff", "-man", "-Tutf8", "-ww", file)
     assert (result.returncode, result.stderr) == (0, "")
     assert f"qtutils {VERSION}" in result.stdout

@@ -100,7 +100,7 @@ def test_the_packages_hold_each_installed_file_once(packages: dict[str, Path], p
     files: list[str] = sum((contents(package) for package in packages.values()), [])
     assert len(set(files)) == len(files)
     installed = {f"usr/{path.relative_to(prefix)}" for path in prefix.glob("**/*") if not path.is_dir()}
-    packed = {re.sub(r"(/man1/.*)\.gz$", r"\1", name) for name in files if not OWN_FILES.fullmatch(name)}
+    packed = {re.sub(r"(/man\d/.*)\.gz$", r"\1", name) for name in files if not OWN_FILES.fullmatch(name)}
     assert sorted(packed ^ installed) == []
 
 

@@ -6,11 +6,15 @@
 #include "beginning.h"
 
 #include <algorithm>
+#include <functional>
+#include <limits>
 
 namespace {
 
 constexpr std::size_t LongestNumber = 32;
 constexpr std::size_t FirstPiece = 8192; ///< code units of a long text to lay out first
+constexpr std::size_t MostCandidates = 64;
+constexpr std::int64_t Unbounded = std::numeric_limits<std::int64_t>::max();
 
 /// The next letter of a text, or something beyond the known letters. Moves on behind it.
 unsigned nextLetter(const QChar*& pc, const QChar* /*pcEnd*/)
@@ -60,22 +64,21 @@ CWidestText::CWidestText(const QFontMetrics& oFontMetrics, int iLeast)
 {
 }
 
-template <typename View> bool CWidestText::canWin(View oText)
+// What the letters' bounds add up to, in sixty-fourths of a pixel, or some of them if they are more than
+// enough.
+template <typename View> std::int64_t CWidestText::bound(View oText, std::int64_t iEnough)
 {
     const auto* pc = oText.data();
     const auto* const pcEnd = pc + oText.size();
     std::int64_t iSum = 0;
-    const std::int64_t iLimit = limit(iWidest);
-    for (unsigned uBefore = 0; pc != pcEnd;) {
+    for (unsigned uBefore = 0; pc != pcEnd && iSum <= iEnough;) {
         const unsigned uLetter = nextLetter(pc, pcEnd);
         if (uLetter >= CLetterWidths::NumLetters)
-            return true;
+            return Unbounded;
         iSum += pLetters->after(uBefore, uLetter);
-        if (iSum > iLimit)
-            return true;
         uBefore = uLetter;
     }
-    return false;
+    return iSum;
 }
 
 template <typename View> bool CWidestText::isNewNumber(View oText)
@@ -112,12 +115,11 @@ template <typename View> std::size_t CWidestText::firstPiece(View oText)
     return std::max(uKnown + uKnown / 16, FirstPiece);
 }
 
-// A long text piece by piece, so that one of millions of letters costs no more than what a column can hold.
-template <typename View> void CWidestText::layOut(View oText)
+// Piece by piece, so that a text of millions of letters costs no more than what a column can hold.
+template <typename View> void CWidestText::layOutLong(View oText)
 {
     int iWidth = 0;
-    for (std::size_t uPiece = std::size_t(oText.size()) > FirstPiece ? firstPiece(oText) : FirstPiece;;
-         uPiece *= 2) {
+    for (std::size_t uPiece = firstPiece(oText);; uPiece *= 2) {
         iWidth = pLetters->metrics().horizontalAdvance(pieceOf(oText, uPiece));
         if (iWidth >= Most || uPiece >= std::size_t(oText.size()))
             break;
@@ -127,8 +129,36 @@ template <typename View> void CWidestText::layOut(View oText)
 
 template <typename View> void CWidestText::addView(View oText)
 {
-    if (iWidest < Most && canWin(oText) && isNewNumber(oText))
-        layOut(oText);
+    if (iWidest >= Most)
+        return;
+    const bool bLong = std::size_t(oText.size()) > FirstPiece;
+    const std::int64_t iLimit = limit(iWidest);
+    const std::int64_t iBound = bound(oText, bLong ? iLimit : Unbounded);
+    if (iBound <= iLimit || !isNewNumber(oText))
+        return;
+    if (bLong)
+        return layOutLong(oText);
+    vCandidates.push_back({iBound, pieceOf(oText, FirstPiece)});
+    if (vCandidates.size() == MostCandidates)
+        layOutCandidates();
+}
+
+void CWidestText::layOutCandidates()
+{
+    std::ranges::sort(vCandidates, std::greater(), &Candidate::iBound);
+    for (const Candidate& oCandidate : vCandidates) {
+        if (oCandidate.iBound <= limit(iWidest))
+            break;
+        const int iWidth = pLetters->metrics().horizontalAdvance(oCandidate.sText);
+        iWidest = std::max(iWidest, std::min(iWidth, Most));
+    }
+    vCandidates.clear();
+}
+
+int CWidestText::width()
+{
+    layOutCandidates();
+    return iWidest;
 }
 
 void CWidestText::add(const QString& sText)

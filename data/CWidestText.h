@@ -7,16 +7,19 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 /// Finds the width of the widest of many texts in one font, without laying out each of them.
 ///
 /// Laying out a text costs fifty times more than adding up its letters' bounds, so only texts that could
-/// still win are laid out. Numbers and dates are nearly all of the same width: of those that differ in their
-/// digits only, one is laid out. Texts with letters that have no bound always are.
+/// still win are laid out, and not before a few of them have come, of which the likeliest are first. Numbers
+/// and dates are nearly all of the same width: of those that differ in their digits only, one is laid out.
+/// Texts with letters that have no bound always are.
 class CWidestText
 {
 public:
@@ -31,16 +34,24 @@ public:
     /// A text in UTF-8.
     void add(std::string_view oText);
     /// Width in pixels of the widest text so far, as QFontMetrics::horizontalAdvance() gives it.
-    int width() const { return iWidest; }
+    int width();
 
 private:
-    template <typename View> bool canWin(View oText);
+    struct Candidate
+    {
+        std::int64_t iBound;
+        QString sText;
+    };
+
+    template <typename View> std::int64_t bound(View oText, std::int64_t iEnough);
     template <typename View> bool isNewNumber(View oText);
     template <typename View> std::size_t firstPiece(View oText);
-    template <typename View> void layOut(View oText);
+    template <typename View> void layOutLong(View oText);
     template <typename View> void addView(View oText);
+    void layOutCandidates();
 
     std::shared_ptr<CLetterWidths> pLetters;
     int iWidest;
+    std::vector<Candidate> vCandidates; ///< not laid out yet
     std::unordered_set<std::string> oNumbers; ///< those laid out, with 0 for each digit
 };

@@ -98,31 +98,16 @@ template <typename View> bool CWidestText::isNewNumber(View oText)
     return oNumbers.insert(std::move(oShape)).second;
 }
 
-// How much of a long text surely fills the widest column, as far as the letters are known.
-template <typename View> std::size_t CWidestText::firstPiece(View oText)
-{
-    const auto* pc = oText.data();
-    const auto* const pcEnd = pc + oText.size();
-    std::int64_t iSum = 0;
-    for (unsigned uBefore = 0; pc != pcEnd && iSum < std::int64_t(Most) * 64;) {
-        const unsigned uLetter = nextLetter(pc, pcEnd);
-        if (uLetter >= CLetterWidths::NumLetters)
-            break;
-        iSum += pLetters->after(uBefore, uLetter);
-        uBefore = uLetter;
-    }
-    const auto uKnown = std::size_t(pc - oText.data());
-    return std::max(uKnown + uKnown / 16, FirstPiece);
-}
-
-// Piece by piece, so that a text of millions of letters costs no more than what a column can hold.
+// A text of millions of letters is laid out no further than the widest column reaches, and not at all if its
+// letters would fill two of those: ligatures are narrower than their letters, but not by half.
 template <typename View> void CWidestText::layOutLong(View oText)
 {
-    int iWidth = 0;
-    for (std::size_t uPiece = firstPiece(oText);; uPiece *= 2) {
+    constexpr std::int64_t Plenty = std::int64_t(2) * 64 * Most;
+    const std::int64_t iBound = bound(oText, Plenty);
+    int iWidth = iBound > Plenty && iBound != Unbounded ? Most : 0;
+    for (std::size_t uPiece = FirstPiece / 2; iWidth < Most && uPiece < std::size_t(oText.size());) {
+        uPiece *= 2;
         iWidth = pLetters->metrics().horizontalAdvance(pieceOf(oText, uPiece));
-        if (iWidth >= Most || uPiece >= std::size_t(oText.size()))
-            break;
     }
     iWidest = std::max(iWidest, std::min(iWidth, Most));
 }

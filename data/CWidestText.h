@@ -45,7 +45,6 @@ private:
 
     template <typename View> std::int64_t bound(View oText, std::int64_t iEnough);
     template <typename View> bool isNewNumber(View oText);
-    template <typename View> std::size_t firstPiece(View oText);
     template <typename View> void layOutLong(View oText);
     template <typename View> void addView(View oText);
     void layOutCandidates();

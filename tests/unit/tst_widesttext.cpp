@@ -80,6 +80,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("sLetters");
         QTest::newRow("Latin") << u"abcdefgh"_s;
+        QTest::newRow("ligatures") << u"ffifl"_s;
         QTest::newRow("Cyrillic") << u"Широкий "_s;
         QTest::newRow("Chinese") << u"大雪"_s;
     }
@@ -88,7 +89,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, sLetters);
         const QFontMetrics oMetrics(QFont(u"Sans Serif"_s, 8));
-        for (const int iTimes : {3000, 20000}) {
+        for (const int iTimes : {3000, 20000, 60000}) {
             const QString sText = sLetters.repeated(iTimes);
             CWidestText oWidest(oMetrics, 0);
             oWidest.add(sText.toStdString());
@@ -119,7 +120,7 @@ private Q_SLOTS:
         std::uniform_int_distribution<int> oLetter(0x20, 0x24F);
         for (int iList = 0; iList < 40; iList++) {
             QStringList slTexts;
-            for (int i = 0; i < 50; i++) {
+            for (int i = 0; i < 10 * iList; i++) {
                 QString sText(oLength(oRandom), u' ');
                 for (QChar& c : sText)
                     c = QChar(oLetter(oRandom));

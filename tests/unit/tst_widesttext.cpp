@@ -89,7 +89,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, sLetters);
         const QFontMetrics oMetrics(QFont(u"Sans Serif"_s, 8));
-        for (const int iTimes : {3000, 20000, 60000}) {
+        for (const int iTimes : {3000, 13000, 20000, 60000}) {
             const QString sText = sLetters.repeated(iTimes);
             CWidestText oWidest(oMetrics, 0);
             oWidest.add(sText.toStdString());
@@ -134,12 +134,15 @@ private:
     static void compareWithMeasuringAll(const QStringList& slTexts, const QFontMetrics& oMetrics)
     {
         int iExpected = 3;
-        CWidestText oWidest(oMetrics, 3);
+        CWidestText oWidest(oMetrics, 3); // asked after each text
+        CWidestText oWidestOfAll(oMetrics, 3); // asked at the end
         for (const QString& sText : slTexts) {
             iExpected = std::max(iExpected, oMetrics.horizontalAdvance(sText));
             oWidest.add(sText);
             QCOMPARE(oWidest.width(), iExpected);
+            oWidestOfAll.add(sText);
         }
+        QCOMPARE(oWidestOfAll.width(), iExpected);
     }
 };
 

@@ -23,6 +23,7 @@ NODE = 1
 KEYWORD = 5  # a word that some of its documents have
 TABLE = Box(345, 20, 635, 300)  # the upper part of it, in a window of WINDOW_SIZE
 EXAMPLE = TOP / "kit/examples/python/notes.py"
+CHROMA = 30  # of a row's colour, at least: the difference of the largest and the least of red, green and blue
 Rows = list[tuple[float, bool, str]]
 
 
@@ -52,7 +53,7 @@ def take(browser: NodeBrowser, output: Path) -> None:
         box = resize(window, *WINDOW_SIZE)
         seen = Box(box.x + TABLE.x, box.y + TABLE.y, TABLE.width, TABLE.height)
         before = last
-        last = still_picture(seen, lambda now: not now.is_blank() and now.difference(before) > 0.05)
+        last = still_picture(seen, lambda now: is_colored(now) and now.difference(before) > 0.05)
         keep(name, last, output)
 
 
@@ -68,7 +69,14 @@ def take_example(module: Path, hierarchy: Path, output: Path) -> None:
         before = still_picture(box, lambda now: not now.is_blank())
         example.stdin.write(f"{NODE}\n")
         example.stdin.flush()
-        keep("notes", still_picture(box, lambda now: now.difference(before) > 0.05), output)
+        after = still_picture(box, lambda now: is_colored(now) and now.difference(before) > 0.05)
+        keep("notes", after, output)
+
+
+def is_colored(picture: Picture) -> bool:
+    """Whether some rows have colours; before, the window shows the same rows in white."""
+    pixels = picture.pixels()
+    return sum(max(pixel) - min(pixel) > CHROMA for pixel in pixels) > 0.05 * len(pixels)
 
 
 def keep(name: str, picture: Picture, output: Path) -> None:

@@ -10,9 +10,10 @@ from pathlib import Path
 import pytest
 from shellscript import COMMON, TOP, run_script
 
-sys.path.insert(0, str(TOP / "tools"))
+sys.path[:0] = [str(TOP / "tools"), str(TOP / "kit/python")]
 
 import mapquery  # noqa: E402
+from color_pictures import is_colored  # noqa: E402
 from pictures import HIGHLIGHT, selected_row  # noqa: E402
 from screen import Box, Picture, TourError  # noqa: E402
 
@@ -91,6 +92,21 @@ def test_the_selected_row_is_found_by_its_colour() -> None:
     rows[30:50] = [HIGHLIGHT * 10] * 20
     rows[35] = WHITE * 10  # a letter
     assert selected_row(Picture(tuple(rows)), Box(2, 10, 6, 40)) == 39
+
+
+def test_white_rows_are_not_coloured_ones() -> None:
+    white, orange = WHITE * 10, b"\xff\xc6\x73" * 10
+    assert not is_colored(Picture((white,) * 20))
+    assert is_colored(Picture((white,) * 18 + (orange,) * 2))
+
+
+def test_every_picture_of_colours_shows_some() -> None:
+    for path in (*IMAGES.glob("colors*.png"), IMAGES / "notes.png"):
+        command = ["convert-im6.q16", str(path), "-depth", "8", "ppm:-"]
+        _, size, _, pixels = subprocess.run(command, capture_output=True, check=True).stdout.split(b"\n", 3)
+        length = 3 * int(size.split()[0])
+        rows = tuple(pixels[place : place + length] for place in range(0, len(pixels), length))
+        assert is_colored(Picture(rows)), path.name
 
 
 def test_every_picture_that_a_document_shows_is_there() -> None:

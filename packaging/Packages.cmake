@@ -10,7 +10,6 @@ set(CPACK_PACKAGE_CONTACT "${QTUTILS_MAINTAINER}")
 set(CPACK_PACKAGE_VENDOR "The qtutils developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # would stand before those of the packages
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -109,6 +108,22 @@ if(QTUTILS_BUILD_HOST)
         "The command qtutils-demo starts a private database server, makes a map of the
 release notes of the installed packages and opens it in the window of qtutils."
         DEPENDS "qtutils (>= ${PROJECT_VERSION}), mapmaker ${sSame}, mariadb-client-core, mariadb-server-core, x11-utils")
+endif()
+
+# What debuggers need of the binaries goes into packages of its own, where there is anything (finish.cmake). CPack's
+# CPACK_DEBIAN_DEBUGINFO_PACKAGE gives them neither sums of their files nor a licence.
+if(CMAKE_BUILD_TYPE MATCHES "Deb")
+    foreach(sComponent qtutils kit)
+        string(TOUPPER ${sComponent} sUpper)
+        set(sName ${CPACK_DEBIAN_${sUpper}_PACKAGE_NAME})
+        if(sName)
+            qtutils_package(${sComponent}-symbols ${sName}-dbgsym debug any "debug symbols for ${sName}"
+                "Names and lines of the sources, for debuggers that look at a crash."
+                DEPENDS "${sName} ${sSame}")
+        endif()
+    endforeach()
+else()
+    set(CPACK_STRIP_FILES ON)
 endif()
 
 include(CPack)

@@ -11,6 +11,7 @@ TOP = Path(__file__).resolve().parents[2]
 BUILD = Path(os.environ["QTUTILS_BUILD"])
 LIBRARIES = os.environ["QTUTILS_LIBDIR"]  # below the prefix
 VERSION = os.environ["QTUTILS_VERSION"]
+HAS_SYMBOLS = "Deb" in os.environ["QTUTILS_BUILD_TYPE"]  # Debug or RelWithDebInfo
 LIMIT = 60  # seconds, for a hang only
 PROGRAMS = ("mapmaker", "qtutils-demo", "qtutils-host")
 

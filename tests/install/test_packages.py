@@ -8,9 +8,11 @@ import subprocess
 from pathlib import Path
 
 import pytest
-from installed import LIBRARIES, VERSION, make_packages, output
+from installed import HAS_SYMBOLS, LIBRARIES, VERSION, make_packages, output
 
+WITH_SYMBOLS = ("libqtutils-nodebrowser0", "qtutils") if HAS_SYMBOLS else ()
 NAMES = {
+    *(f"{name}-dbgsym" for name in WITH_SYMBOLS),
     "libqtutils-dev",
     "libqtutils-nodebrowser0",
     "mapmaker",
@@ -36,8 +38,11 @@ DEPENDENCIES: dict[str, set[str]] = {
     "qtutils": {"libqt6sql6-mysql", "libqt6widgets6", "libmariadb3", "libxcb1", "libedit2"},
     "qtutils-demo": {"mapmaker", "mariadb-client-core", "mariadb-server-core", "qtutils", "x11-utils"},
     "qtutils-doc": set(),
+    **{f"{name}-dbgsym": {name} for name in WITH_SYMBOLS},
 }
-OWN_FILES = re.compile(r"usr/share/(doc/[^/]+/(changelog\.gz|copyright)|lintian/overrides/[^/]+)")
+OWN_FILES = re.compile(
+    r"usr/(lib/debug/.*\.debug|share/(doc/[^/]+/(changelog\.gz|copyright)|lintian/overrides/[^/]+))"
+)
 
 
 @pytest.fixture(scope="module")
@@ -94,6 +99,8 @@ def test_packages_depend_on_what_they_need(packages: dict[str, Path], name: str)
 def test_packages_of_one_version_belong_together(packages: dict[str, Path]) -> None:
     assert f"libqtutils-nodebrowser0 (= {VERSION})" in field(packages["libqtutils-dev"], "Depends")
     assert f"libqtutils-nodebrowser0 (= {VERSION})" in field(packages["python3-qtutils"], "Depends")
+    for name in WITH_SYMBOLS:
+        assert field(packages[f"{name}-dbgsym"], "Depends") == f"{name} (= {VERSION})"
 
 
 def test_the_packages_hold_each_installed_file_once(packages: dict[str, Path], prefix: Path) -> None:
@@ -102,6 +109,27 @@ def test_the_packages_hold_each_installed_file_once(packages: dict[str, Path], p
     installed = {f"usr/{path.relative_to(prefix)}" for path in prefix.glob("**/*") if not path.is_dir()}
     packed = {re.sub(r"(/man\d/.*)\.gz$", r"\1", name) for name in files if not OWN_FILES.fullmatch(name)}
     assert sorted(packed ^ installed) == []
+
+
+@pytest.mark.parametrize(
+    "file, function, source",
+    [
+        (f"{LIBRARIES}/qtutils/qtutils.so", "nodeBrowser_show", "binding/mirta_qtutils.cpp"),
+        (f"{LIBRARIES}/qtutils/qtutils-trace.so", "nodeBrowser_show", "kit/trace/entrypoints.cpp"),
+        (f"{LIBRARIES}/libqtutils-nodebrowser.so.{VERSION}", "qtutils_show", "kit/src/nodebrowser.c"),
+        ("bin/qtutils-host", "main", "host/main.cpp"),
+    ],
+)
+def test_binaries_are_small_and_debuggers_know_their_sources(
+    unpacked: Path, file: str, function: str, source: str
+) -> None:
+    sections = output("readelf", "--wide", "--sections", unpacked / file)
+    assert ".dynsym" in sections and ".symtab" not in sections and ".debug" not in sections
+    if HAS_SYMBOLS:
+        (number,) = re.findall(r"Build ID: (\w+)", output("readelf", "--notes", unpacked / file))
+        symbols = unpacked / "lib" / "debug" / ".build-id" / number[:2] / f"{number[2:]}.debug"
+        (address,) = re.findall(rf"^(\w+) T {function}$", output("nm", symbols), re.MULTILINE)
+        assert f"/{source}:" in output("addr2line", "-e", symbols, address)
 
 
 def test_every_package_has_its_licence_and_its_changes(packages: dict[str, Path]) -> None:

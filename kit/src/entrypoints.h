@@ -3,25 +3,7 @@
 
 #pragma once
 
-/* The module's calls, in the order of its descriptor. */
-enum entry_point
-{
-    Construct,
-    Free,
-    Select,
-    GetNumRows,
-    FillDate,
-    DateToInt,
-    SetRowColors,
-    MarkRow,
-    GetFirstDateInFrame,
-    GetFirstDateInSelection,
-    PassNodeHierarchy,
-    SetSOMTable,
-    HideTable,
-    Show,
-    NumEntryPoints
-};
+#include "calls.h"
 
 typedef void* construct_function(void* pHandle, void** apArguments);
 typedef void call_function(void* pHandle, void** apArguments);

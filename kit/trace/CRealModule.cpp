@@ -16,7 +16,7 @@
 namespace {
 
 constexpr const char* Prefix = "nodeBrowser_";
-constexpr std::array<const char*, NumFunctions> Names = {"CNodeBrowser", "FREE_CNodeBrowser", "select",
+constexpr std::array<const char*, NumEntryPoints> Names = {"CNodeBrowser", "FREE_CNodeBrowser", "select",
     "getNumRows", "fillDate", "dateToInt", "setRowColors", "markRow", "getFirstDateInFrame",
     "getFirstDateInSelection", "passNodeHierarchy", "setSOMTable", "hideTable", "show"};
 

@@ -4,30 +4,11 @@
 #pragma once
 
 #include "host/CPrototype.h"
+#include "kit/src/calls.h"
 
 #include <array>
 #include <optional>
 #include <string>
-
-/// Constructor, destructor and methods; the numbers of their places in CRealModule.
-enum EFunction
-{
-    Construct,
-    Free,
-    Select,
-    GetNumRows,
-    FillDate,
-    DateToInt,
-    SetRowColors,
-    MarkRow,
-    GetFirstDateInFrame,
-    GetFirstDateInSelection,
-    PassNodeHierarchy,
-    SetSOMTable,
-    HideTable,
-    Show,
-    NumFunctions
-};
 
 /// One function of the module that is traced.
 struct SFunction
@@ -46,7 +27,7 @@ public:
     CRealModule();
 
     [[nodiscard]] const std::string& path() const { return sPath; }
-    [[nodiscard]] const SFunction& function(EFunction eFunction) const { return aoFunctions.at(eFunction); }
+    [[nodiscard]] const SFunction& function(entry_point eFunction) const { return aoFunctions.at(eFunction); }
 
     /// A symbol of the module; null when there is none.
     [[nodiscard]] void* symbol(const char* pcName) const;
@@ -57,5 +38,5 @@ private:
 
     std::string sPath;
     void* pLibrary = nullptr;
-    std::array<SFunction, NumFunctions> aoFunctions;
+    std::array<SFunction, NumEntryPoints> aoFunctions;
 };

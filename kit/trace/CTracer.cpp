@@ -64,7 +64,7 @@ CTracer::CTracer()
         + ",\"TZ\":" + textOrNull(std::getenv("TZ")) + '}');
 }
 
-void* CTracer::call(EFunction eFunction, void* pHandle, void** apArguments)
+void* CTracer::call(entry_point eFunction, void* pHandle, void** apArguments)
 {
     const SFunction& oFunction = oModule.function(eFunction);
     if (oFunction.pFunction == nullptr)
@@ -73,7 +73,7 @@ void* CTracer::call(EFunction eFunction, void* pHandle, void** apArguments)
                           : passOn(eFunction, pHandle, apArguments);
 }
 
-void* CTracer::passOn(EFunction eFunction, void* pHandle, void** apArguments) const
+void* CTracer::passOn(entry_point eFunction, void* pHandle, void** apArguments) const
 {
     void* pFunction = oModule.function(eFunction).pFunction;
     if (eFunction == Construct)
@@ -83,7 +83,7 @@ void* CTracer::passOn(EFunction eFunction, void* pHandle, void** apArguments) co
 }
 
 // The call itself is made whatever happens to the lines.
-void* CTracer::recordedCall(EFunction eFunction, void* pHandle, void** apArguments)
+void* CTracer::recordedCall(entry_point eFunction, void* pHandle, void** apArguments)
 {
     const SFunction& oFunction = oModule.function(eFunction);
     const int iErrorBefore = errno;
@@ -109,7 +109,7 @@ void* CTracer::recordedCall(EFunction eFunction, void* pHandle, void** apArgumen
 }
 
 void CTracer::writeAnswer(
-    EFunction eFunction, long iCall, Clock::time_point oBegin, void* pHandle, CCallReader& oReader)
+    entry_point eFunction, long iCall, Clock::time_point oBegin, void* pHandle, CCallReader& oReader)
 {
     const std::string sTook = secondsBetween(oBegin, Clock::now());
     try {
@@ -124,7 +124,7 @@ void CTracer::writeAnswer(
 }
 
 // Nobody but the host may ask the module, so the number of rows is what the host has learned of the node.
-void CTracer::noteRows(EFunction eFunction, const CCallReader& oReader)
+void CTracer::noteRows(entry_point eFunction, const CCallReader& oReader)
 {
     if (eFunction == Select && iNode.exchange(oReader.firstNumber().value_or(-1)) != oReader.firstNumber())
         iRows = -1;

@@ -22,16 +22,16 @@ public:
     [[nodiscard]] const CRealModule& module() const { return oModule; }
 
     /// A call as the host has made it; returns the handle for the constructor, else null.
-    void* call(EFunction eFunction, void* pHandle, void** apArguments);
+    void* call(entry_point eFunction, void* pHandle, void** apArguments);
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    void* recordedCall(EFunction eFunction, void* pHandle, void** apArguments);
-    void* passOn(EFunction eFunction, void* pHandle, void** apArguments) const;
+    void* recordedCall(entry_point eFunction, void* pHandle, void** apArguments);
+    void* passOn(entry_point eFunction, void* pHandle, void** apArguments) const;
     void writeAnswer(
-        EFunction eFunction, long iCall, Clock::time_point oBegin, void* pHandle, CCallReader& oReader);
-    void noteRows(EFunction eFunction, const CCallReader& oReader);
+        entry_point eFunction, long iCall, Clock::time_point oBegin, void* pHandle, CCallReader& oReader);
+    void noteRows(entry_point eFunction, const CCallReader& oReader);
 
     CTraceFile oFile;
     CRealModule oModule;

@@ -2,8 +2,6 @@
 # SPDX-License-Identifier: MIT
 
 # Debian packages, made by "cpack" or packaging/make_packages.sh; docs/packaging.md tells why there are these.
-set(QTUTILS_MAINTAINER "The qtutils developers <qtutils@example.org>" CACHE STRING "Who makes the packages")
-
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME qtutils)
 set(CPACK_PACKAGE_CONTACT "${QTUTILS_MAINTAINER}")

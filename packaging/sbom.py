@@ -15,6 +15,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import uuid
 from collections.abc import Iterable, Iterator
 from pathlib import Path
 from typing import Any, NamedTuple
@@ -121,6 +122,12 @@ def verification_code(files: Iterable[Json]) -> str:
     return hashlib.sha1("".join(sums).encode()).hexdigest()
 
 
+def supplier(fields: dict[str, str]) -> str:
+    """A package's maintainer, such as "Name <address>", in the notation of SPDX."""
+    name, _, address = fields["Maintainer"].rstrip(">").partition(" <")
+    return f"Organization: {name} ({address})"
+
+
 def own_entry(package: Path, fields: dict[str, str], files: list[Json]) -> Json:
     """One of the packages that are described."""
     digest = hashlib.sha256(package.read_bytes()).hexdigest()
@@ -131,7 +138,7 @@ def own_entry(package: Path, fields: dict[str, str], files: list[Json]) -> Json:
         reference("", name, version, fields["Architecture"]),
         packageFileName=package.name,
         checksums=[{"algorithm": "SHA256", "checksumValue": digest}],
-        supplier=f"Organization: {HOLDERS}",
+        supplier=supplier(fields),
         filesAnalyzed=True,
         packageVerificationCode={"packageVerificationCodeValue": verification_code(files)},
         licenseConcluded=LICENCE,
@@ -164,7 +171,8 @@ class Bill:
             waiting += self._add_dependencies(waiting.pop())
 
     def _add_own(self, path: Path) -> None:
-        lines = output("dpkg-deb", "--field", str(path), "Package", "Version", "Architecture", "Depends")
+        wanted = ("Package", "Version", "Architecture", "Depends", "Maintainer")
+        lines = output("dpkg-deb", "--field", str(path), *wanted)
         fields = dict(line.split(": ", 1) for line in lines.splitlines())
         name = fields["Package"]
         files = file_entries(path, name)
@@ -195,18 +203,18 @@ class Bill:
 
     def document(self, moment: float) -> Json:
         """The whole, made at a time in seconds since the epoch."""
-        content = json.dumps([self.packages, self.files, self.relations], sort_keys=True).encode()
-        digest = hashlib.sha256(content).hexdigest()
-        version = next(iter(self._own.values())).version
+        content = json.dumps([self.packages, self.files, self.relations], sort_keys=True)
+        first = next(iter(self._own.values()))
+        version = first.version
         return {
             "spdxVersion": "SPDX-2.3",
             "dataLicense": "CC0-1.0",
             "SPDXID": "SPDXRef-DOCUMENT",
             "name": f"qtutils-{version}",
-            "documentNamespace": f"https://example.org/spdx/qtutils-{version}-{digest}",
+            "documentNamespace": uuid.uuid5(uuid.NAMESPACE_OID, content).urn,
             "creationInfo": {
                 "created": time.strftime("%Y-%m-%dT%H:%M:%SZ", time.gmtime(moment)),
-                "creators": [f"Organization: {HOLDERS}", f"Tool: sbom.py-{version}"],
+                "creators": [self.packages[first.name]["supplier"], f"Tool: sbom.py-{version}"],
             },
             "packages": list(self.packages.values()),
             "files": self.files,

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """What is installed: everything that is needed, nothing else, and nothing that knows where it was built."""
 
+import os
 import re
 from pathlib import Path
 
@@ -19,7 +20,7 @@ KIT = (
     "rowcolors.h",
 )
 PAGES = ("man1/mapmaker.1", "man1/qtutils-demo.1", "man1/qtutils-host.1", "man3/qtutils.3")
-APPLICATION = "org.qtutils.Demo"
+APPLICATION = os.environ["QTUTILS_APPLICATION_ID"]
 WANTED = {
     f"{LIBRARIES}/qtutils/qtutils.so",
     f"{LIBRARIES}/qtutils/qtutils-trace.so",

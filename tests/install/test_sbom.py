@@ -5,6 +5,7 @@
 import hashlib
 import json
 import re
+import uuid
 from collections import Counter
 from pathlib import Path
 from typing import Any
@@ -47,6 +48,7 @@ def test_the_bill_has_the_form_of_spdx(bill: Json) -> None:
         f"qtutils-{VERSION}",
     )
     assert bill["creationInfo"]["created"] == "2023-11-14T22:13:20Z"
+    assert uuid.UUID(bill["documentNamespace"]).urn == bill["documentNamespace"]
     things = [bill, *bill["packages"], *bill["files"]]
     identifiers = Counter(thing["SPDXID"] for thing in things)
     assert all(IDENTIFIER.fullmatch(name) for name in identifiers)
@@ -69,6 +71,9 @@ def test_the_packages_are_described(bill: Json, packages: dict[str, Path]) -> No
     for name, path in packages.items():
         entry = named(bill, name)
         assert (entry["versionInfo"], entry["packageFileName"]) == (VERSION, path.name)
+        assert entry["supplier"] in bill["creationInfo"]["creators"]
+        maintainer = output("dpkg-deb", "--field", path, "Maintainer").strip()
+        assert entry["supplier"] == f"Organization: {maintainer}".replace("<", "(").replace(">", ")")
         assert entry["checksums"][0]["checksumValue"] == hashlib.sha256(path.read_bytes()).hexdigest()
 
 

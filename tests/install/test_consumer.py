@@ -6,6 +6,7 @@ import os
 import shlex
 from pathlib import Path
 
+import pagesamples
 import pytest
 from installed import LIBRARIES, TOP, VERSION, output, run
 
@@ -25,6 +26,19 @@ def built(prefix: Path, tmp_path_factory: pytest.TempPathFactory) -> Path:
 def test_cmake_builds_programs_in_c_and_cpp(built: Path) -> None:
     assert output(built / "consumer_c", "/no/such/module.so") == CODE_OF_A_MODULE_THAT_IS_NOT_THERE
     assert output(built / "consumer_cpp", "/no/such/module.so") == CODE_OF_A_MODULE_THAT_IS_NOT_THERE
+
+
+def test_the_lines_of_the_kits_page_are_enough_for_cmake(prefix: Path, tmp_path: Path) -> None:
+    samples = pagesamples.read(TOP / "kit" / "README.md")
+    (lines,) = [text for language, text in samples if language == "cmake"]
+    begin = (
+        "cmake_minimum_required(VERSION 3.25)\nproject(host LANGUAGES C)\nadd_executable(host consumer.c)\n"
+    )
+    (tmp_path / "CMakeLists.txt").write_text(begin + lines)
+    (tmp_path / "consumer.c").symlink_to(CONSUMER / "consumer.c")
+    output("cmake", "-S", tmp_path, "-B", tmp_path / "build", f"-DCMAKE_PREFIX_PATH={prefix}", "-G", "Ninja")
+    output("cmake", "--build", tmp_path / "build")
+    assert output(tmp_path / "build" / "host", "/no/such/module.so") == CODE_OF_A_MODULE_THAT_IS_NOT_THERE
 
 
 def test_cmake_is_told_module_and_data(prefix: Path, built: Path) -> None:

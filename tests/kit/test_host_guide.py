@@ -26,15 +26,26 @@ def program(tmp_path: Path) -> list[str]:
     """The command that starts the program, built as the page says, in the top folder as the page sees it."""
     (tmp_path / "build").symlink_to(BUILD)
     (tmp_path / "Images").symlink_to(TOP / "Images")
-    (_, source), (_, script), *_ = SAMPLES
-    (tmp_path / "host.c").write_text(source)
-    build, start = script.splitlines()
-    subprocess.run(build.split(), cwd=tmp_path, check=True)
-    return ["env", "-C", str(tmp_path), start]
+    return build(SAMPLES[0][1], tmp_path)
+
+
+def build(source: str, folder: Path) -> list[str]:
+    """Builds a program as the page says; returns the command that starts it."""
+    (folder / "host.c").write_text(source)
+    command, start = SAMPLES[1][1].splitlines()
+    subprocess.run(command.split(), cwd=folder, check=True)
+    return ["env", "-C", str(folder), start]
+
+
+def with_other_methods() -> str:
+    """The program, with the page's function for the other methods in it and called."""
+    source = SAMPLES[0][1].replace("int main(void)", SAMPLES[2][1] + "\nint main(void)")
+    assert source.count("        getchar();") == 1
+    return source.replace("        getchar();", "        mark_and_hide();\n        getchar();")
 
 
 def test_the_page_has_a_program_and_its_commands() -> None:
-    assert [language for language, _ in SAMPLES] == ["c", "sh", "", "", ""]
+    assert [language for language, _ in SAMPLES] == ["c", "sh", "c", "", "", ""]
 
 
 @pytest.mark.parametrize("compiler", ["gcc", "clang"])
@@ -42,6 +53,7 @@ def test_the_program_compiles_without_a_warning(compiler: str) -> None:
     if shutil.which(compiler) is None:
         pytest.skip(f"{compiler} is not installed")
     assert pagesamples.complaints(compiler, *SAMPLES[0]) == ""
+    assert pagesamples.complaints(compiler, "c", with_other_methods()) == ""
 
 
 def test_the_program_runs_as_it_is_written(program: list[str], surroundings: dict[str, str]) -> None:
@@ -55,6 +67,14 @@ def test_the_program_runs_as_it_is_written(program: list[str], surroundings: dic
         "CNodeBrowser: Changed Table to news_train",
         "Database is open. Commencing.",
     ]
+
+
+def test_the_other_methods_do_as_the_page_says(
+    program: list[str], surroundings: dict[str, str], tmp_path: Path
+) -> None:
+    with running(build(with_other_methods(), tmp_path), surroundings) as process:
+        printed, errors = process.communicate("\n", timeout=LIMIT)
+    assert (process.returncode, printed.splitlines()[1:]) == (0, ["marked 1380 minutes before"]), errors
 
 
 def test_the_program_tells_what_it_does(program: list[str], surroundings: dict[str, str]) -> None:
@@ -83,8 +103,17 @@ def test_a_missing_module_is_named(program: list[str], surroundings: dict[str, s
     assert errors.startswith("build/qtutils.so: ") and errors.count("\n") == 1
 
 
-def test_the_table_has_every_method() -> None:
-    descriptor = (TOP / "binding" / "mirta_qtutils.cpp").read_text(encoding="utf-8")
-    names = PROTOTYPE.findall(descriptor)
+def methods() -> list[str]:
+    """The names in the module's descriptor."""
+    names = PROTOTYPE.findall((TOP / "binding" / "mirta_qtutils.cpp").read_text(encoding="utf-8"))
     assert len(names) == 14
-    assert sorted(METHOD.findall(PAGE.read_text(encoding="utf-8"))) == sorted(names)
+    return sorted(names)
+
+
+def test_the_table_has_every_method() -> None:
+    assert sorted(METHOD.findall(PAGE.read_text(encoding="utf-8"))) == methods()
+
+
+def test_every_method_is_called_in_a_sample() -> None:
+    called = re.findall(r'"nodeBrowser_(CNodeBrowser)"|call\("(\w+)"', with_other_methods())
+    assert sorted({constructor or method for constructor, method in called}) == methods()

@@ -20,13 +20,15 @@ void shorten(std::string_view oKeywords, std::string& oShown)
     std::size_t uLineFeed = std::string_view::npos;
     for (int i = 0; i < 3; i++)
         uLineFeed = oKeywords.find('\n', uLineFeed + 1);
+    const std::string_view oFirst = oKeywords.substr(0, uLineFeed);
     oShown.clear();
-    for (const char c : oKeywords.substr(0, uLineFeed)) {
-        if (c == '\n')
-            oShown += ", ";
-        else
-            oShown += c;
+    std::size_t uBegin = 0;
+    for (std::size_t uEnd = oFirst.find('\n'); uEnd != std::string_view::npos;
+         uEnd = oFirst.find('\n', uBegin)) {
+        oShown.append(oFirst, uBegin, uEnd - uBegin).append(", ");
+        uBegin = uEnd + 1;
     }
+    oShown.append(oFirst, uBegin);
 }
 
 } // namespace keywords

@@ -87,6 +87,7 @@ void CPage::setResult(CClient::Result pNewResult)
     vppcRows.clear();
     while (MYSQL_ROW ppcRow = mysql_fetch_row(pResult.get()))
         vppcRows.push_back(ppcRow);
+    oBar.setPageStep(height());
     oBar.setRange(0, std::max(int(vppcRows.size()) * pages::RowHeight - height(), 0));
     update();
 }

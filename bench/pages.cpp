@@ -15,6 +15,8 @@
 #include <QTableView>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace pages {
 namespace {
 
@@ -30,11 +32,15 @@ void paintNow(QWidget& oWidget)
     QCoreApplication::sendEvent(oWidget.window(), &oUpdate);
 }
 
+// Evenly across all rows, but not so slowly that a part of the page before stays in sight: of few rows again
+// from the top.
 double secondsToScroll(const Table& oTable)
 {
+    const qint64 iRange = oTable.oBar.maximum() + 1;
+    const qint64 iStep = std::max<qint64>(iRange / NumPages, oTable.oBar.pageStep());
     return workerloop::seconds([&] {
         for (int i = 1; i <= NumPages; i++) {
-            oTable.oBar.setValue(int(qint64(oTable.oBar.maximum()) * i / NumPages));
+            oTable.oBar.setValue(int(iStep * i % iRange));
             paintNow(oTable.oViewport);
         }
     });

@@ -66,7 +66,7 @@ static void repeat(char** apcFields, int iFields, char* pcResult)
 static void until(char** apcFields, int iFields, char* pcResult)
 {
     char acResult[ResultSize];
-    const struct timespec oPace = {.tv_nsec = 50000};
+    const struct timespec oPace = {.tv_nsec = 100000};
     int iCalls = 0;
     for (; !atomic_load(&aJobs[atoi(apcFields[1])].bFinished); iCalls++) {
         module_call(apcFields + 2, iFields - 2, acResult);

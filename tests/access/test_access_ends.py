@@ -25,14 +25,16 @@ class Reader:
 
     def __init__(self) -> None:
         self.heard = 0
+        self._asks = True
         self._listener = part.listen(self._hear)
 
     def _hear(self, event: Any) -> None:
         self.heard += 1
         try:
-            event.source.get_name()
+            if self._asks:
+                event.source.get_name()
         except part.Gone:
-            pass  # it has gone meanwhile
+            self._asks = False  # without a window nobody answers, and each question would wait in vain
 
     def settle(self) -> None:
         """Handles all events of what the program has done so far."""
@@ -41,6 +43,7 @@ class Reader:
 
     def look(self) -> int:
         """Reads all that is there; returns the number of parts."""
+        self._asks = True
         parts = sum(1 for each in part.program("Ombrel").all() if each.name is not None)
         part.settle()
         return parts

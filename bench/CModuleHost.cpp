@@ -66,6 +66,11 @@ void CModuleHost::construct(const std::string& sSOMDatabase, const std::string& 
         workerloop::fail("no window");
 }
 
+void CModuleHost::free() const
+{
+    method("FREE_CNodeBrowser")(pHandle, nullptr);
+}
+
 void CModuleHost::setSOMTable(const std::string& sName) const
 {
     std::array<void*, 1> apSlots{slot(sName.c_str())};

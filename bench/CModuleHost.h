@@ -24,6 +24,7 @@ public:
         const std::string& sSOMTable, Window eWindow);
 
     void construct(const std::string& sSOMDatabase, const std::string& sSourceDatabase);
+    void free() const; ///< takes the construction back
     void setSOMTable(const std::string& sName) const;
     void show() const;
     void select(int iNode) const;

@@ -17,7 +17,10 @@ GROWTH_GOAL = 0.05  # that the module's exponent may be larger than the limit's
 
 @dataclass(frozen=True)
 class Line:
-    """A line of the table. Values are medians; ratios are medians of paired rounds; None where there is none."""
+    """A line of the table. Values are medians; ratios are medians of paired rounds; None where there is none.
+
+    Where the goal is a value, the largest of the rounds and that goal stand in place of the ratio to the limit.
+    """
 
     question: str
     label: str
@@ -30,6 +33,7 @@ class Line:
     limit_goal: float | None = None
     of_peer: float | None = None
     peer_goal: float | None = None
+    is_absolute: bool = False
 
     def misses(self) -> bool:
         pairs = ((self.of_limit, self.limit_goal), (self.of_peer, self.peer_goal))
@@ -76,7 +80,7 @@ def ratio(values: Sequence[float], others: Sequence[float] | None) -> float | No
 def compare(question: Question, size: int, samples: Samples) -> Iterator[Line]:
     """A line for each of the module's sides and figures."""
     for side in question.of_role(MODULE):
-        for figure in question.figures:
+        for figure in side.figures or question.figures:
             values = figures_of(samples, side, figure)
             if values is None:
                 raise BenchError(f"{side.program} gives no {figure}")
@@ -91,10 +95,11 @@ def compare(question: Question, size: int, samples: Samples) -> Iterator[Line]:
                 median(values),
                 median(limits) if limits else None,
                 median(peers) if peers else None,
-                median(values) if absolute is not None else ratio(values, limits),
+                max(values) if absolute is not None else ratio(values, limits),
                 absolute if absolute is not None else question.of_limit.get(figure, {}).get(size),
                 ratio(values, peers),
                 question.of_peer.get(figure, {}).get(size),
+                absolute is not None,
             )
 
 

@@ -13,12 +13,14 @@ MODULE, LIMIT, PEER = "module", "limit", "peer"
 
 
 class Side(NamedTuple):
-    """A program with its arguments. A question may have several sides of the module, told apart by labels."""
+    """A program with its arguments. A question may have several sides of the module, told apart by labels; one that
+    doesn't give all of the question's figures names its own."""
 
     role: str
     program: str
     arguments: tuple[str, ...] = ()
     label: str = ""
+    figures: tuple[str, ...] = ()
 
     def command(self, programs: str) -> list[str]:
         return [f"{programs}/bench_{self.program}", *self.arguments]
@@ -81,7 +83,8 @@ Goals = Mapping[str, Mapping[int, float]]  # figure, size: the largest ratio wan
 
 @dataclass(frozen=True)
 class Question:
-    """Sizes have a number of rounds each. Goals are ratios, except those of "absolute", which are values."""
+    """Sizes have a number of rounds each. Goals are ratios, except those of "absolute", which are values that no
+    round may exceed."""
 
     name: str
     title: str

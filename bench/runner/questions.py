@@ -3,6 +3,7 @@
 """All questions, with the goals that the module is held to."""
 
 from bench.runner.data import SOM, Data
+from bench.runner.faults import BOTH, FAULTS, Samplers
 from bench.runner.question import LIMIT, MODULE, PEER, Fresh, Question, Side
 from bench.runner.worker import Answer, Worker
 
@@ -14,6 +15,7 @@ DATE_LENGTH = 20
 CALLS = 5_000
 TREE_SIZES = (1_000, 10_000, 100_000)
 LARGE_TREE = 1_000_000
+FAULT_GOAL = 1.0  # seconds
 PAGE = ("800", "440")  # pixels
 PAGE_SIZES = (1_000, 10_000, 100_000)
 
@@ -233,5 +235,15 @@ QUESTIONS = (
         figures=("wakeups",),
         sampler=Fresh(lambda worker, size: worker.go(str(size))),
         absolute={"wakeups": {100: 0}},
+    ),
+    Question(
+        "faults",
+        "from a fault, or its end, to the answers of the host's questions; from free to a new window's",
+        tuple(Side(MODULE, "faults_module", (name,), name, FAULTS[name].figures) for name in FAULTS),
+        {1: 7},
+        lambda data: None,
+        figures=BOTH,
+        sampler=Samplers(),
+        absolute={figure: {1: FAULT_GOAL} for figure in BOTH},
     ),
 )

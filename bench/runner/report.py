@@ -38,10 +38,14 @@ def ratio(value: float | None) -> str:
 def cells(line: Line) -> tuple[str, ...]:
     is_growth = line.figure.startswith("growth")
     unit, scale = ("", 1.0) if is_growth else UNITS.get(line.figure.split(" against ")[0], SECONDS)
-    values = [
-        number(None if value is None else value * scale) for value in (line.module, line.limit, line.peer)
-    ]
-    ratios = [ratio(value) for value in (line.of_limit, line.limit_goal, line.of_peer, line.peer_goal)]
+
+    def scaled(value: float | None) -> str:
+        return number(None if value is None else value * scale)
+
+    values = [scaled(value) for value in (line.module, line.limit, line.peer)]
+    of_limit = [line.of_limit, line.limit_goal]
+    ratios = [scaled(value) if line.is_absolute else ratio(value) for value in of_limit]
+    ratios += [ratio(value) for value in (line.of_peer, line.peer_goal)]
     name = f"{line.figure}, {unit}" if unit else line.figure
     return (
         line.question,

@@ -2,9 +2,10 @@
 # SPDX-License-Identifier: MIT
 """A side of a comparison: a process that answers a line with its figures and results."""
 
+import os
 import signal
 import subprocess
-from collections.abc import Sequence
+from collections.abc import Mapping, Sequence
 from threading import Timer
 from typing import NamedTuple
 
@@ -33,25 +34,46 @@ def parsed(line: str) -> Answer:
 
 
 class Worker:
-    """A running side. It has answered that it is ready when the object is there."""
+    """A running side. It has answered that it is ready when the object is there. Variables are further ones."""
 
-    def __init__(self, command: Sequence[str]) -> None:
+    def __init__(self, command: Sequence[str], variables: Mapping[str, str] | None = None) -> None:
         self._command = command
         self._process = subprocess.Popen(
             ["setpriv", "--pdeathsig", "KILL", *command],
+            env={**os.environ, **(variables or {})},
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             stderr=subprocess.PIPE,
             text=True,
         )
-        self.ready = self._answer()
+        self.ready = self.answer()
 
     def go(self, *words: str) -> Answer:
         """Runs a round."""
+        self.give(*words)
+        return self.answer()
+
+    def give(self, *words: str) -> None:
+        """Asks for a round; answer() is yet to be called."""
         assert self._process.stdin
-        self._process.stdin.write(" ".join(words) + "\n")
-        self._process.stdin.flush()
-        return self._answer()
+        try:
+            self._process.stdin.write(" ".join(words) + "\n")
+            self._process.stdin.flush()
+        except BrokenPipeError:
+            pass  # what the side said before it ended is yet to be read
+
+    def answer(self) -> Answer:
+        """Waits for the answer to what was asked."""
+        line = self._line()
+        if not line.startswith(MARK):
+            raise self._failure_after(line)
+        return parsed(line.removeprefix(MARK))
+
+    def expect(self, expected: str) -> None:
+        """Waits for a line that the module prints before the answer. Raises BenchError when it is another one."""
+        line = self._line()
+        if line != expected + "\n":
+            raise self._failure_after(line)
 
     def close(self) -> None:
         """Ends the input, which ends the process. Raises BenchError when it ends with an error."""
@@ -59,7 +81,7 @@ class Worker:
         if self._process.returncode != 0 or output:
             raise self._failure(output + errors)
 
-    def _answer(self) -> Answer:
+    def _line(self) -> str:
         assert self._process.stdout
         timer = Timer(LIMIT, self._process.kill)
         timer.start()
@@ -67,10 +89,11 @@ class Worker:
         timer.cancel()
         if not line and self._process.wait() == -signal.SIGKILL:
             raise BenchError(f"{' '.join(self._command)} gave no answer within {LIMIT:.0f} s")
-        if not line.startswith(MARK):
-            self._process.kill()
-            raise self._failure(line + self._process.communicate()[1])
-        return parsed(line.removeprefix(MARK))
+        return line
+
+    def _failure_after(self, line: str) -> BenchError:
+        self._process.kill()
+        return self._failure(line + self._process.communicate()[1])
 
     def _failure(self, said: str) -> BenchError:
         last = said.strip().rpartition("\n")[2] or "nothing"

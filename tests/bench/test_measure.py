@@ -70,12 +70,29 @@ def test_a_ratio_above_its_goal_misses() -> None:
     assert [lines(size)[0].misses() for size in (10, 100)] == [True, False]
 
 
-def test_a_value_can_have_a_goal() -> None:
+def line_with_goal(goal: float, *times: float) -> Line:
     side = SIDES[0]
-    asked = Question("q", "", (side,), {10: 1}, lambda data: None, absolute={"time": {10: 3}})
-    samples: Samples = {side: [Answer({"time": 4.0}, {})]}
+    asked = Question("q", "", (side,), {10: 3}, lambda data: None, absolute={"time": {10: goal}})
+    samples: Samples = {side: [Answer({"time": time}, {}) for time in times]}
     (line,) = compare(asked, 10, samples)
-    assert (line.of_limit, line.limit_goal, line.misses()) == (4.0, 3, True)
+    return line
+
+
+def test_a_value_can_have_a_goal_that_no_round_may_exceed() -> None:
+    line = line_with_goal(3, 1.0, 2.0, 4.0)
+    assert (line.module, line.of_limit, line.limit_goal, line.misses()) == (2.0, 4.0, 3, True)
+    assert not line_with_goal(4, 1.0, 2.0, 4.0).misses()
+
+
+def test_a_side_can_have_figures_of_its_own() -> None:
+    sides = (Side(MODULE, "m"), Side(MODULE, "m", label="more", figures=("time", "memory")))
+    asked = Question("q", "", sides, {10: 1}, lambda data: None)
+    samples: Samples = {side: [Answer({"time": 4.0, "memory": 5.0}, {})] for side in sides}
+    found = [(line.label, line.figure) for line in compare(asked, 10, samples)]
+    assert found == [("", "time"), ("more", "time"), ("more", "memory")]
+    samples[sides[1]][0].figures.pop("memory")
+    with pytest.raises(BenchError, match="m gives no memory"):
+        list(compare(asked, 10, samples))
 
 
 def test_growth_is_compared_with_the_limits() -> None:
@@ -110,3 +127,8 @@ def test_other_lines_are_no_answers(line: str) -> None:
 def test_the_table_shows_times_in_milliseconds_and_misses() -> None:
     row = table(lines()).splitlines()[2].replace(" ", "")
     assert row == "|q|shown|10|time,ms|21,000|15,000|35,000|1.35|1.30|0.60||misses|"
+
+
+def test_the_table_shows_a_value_and_its_goal_in_the_figures_unit() -> None:
+    row = table([line_with_goal(1, 0.001, 0.002, 0.0045)]).splitlines()[2].replace(" ", "")
+    assert row == "|q|shown|10|time,ms|2|||4.5|1,000||||"

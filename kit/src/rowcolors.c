@@ -8,12 +8,17 @@
 #include "turn.h"
 
 #include <string.h>
+#include <time.h>
 
 enum
 {
     MostRounds = 3,
     Components = 3 /* of a colour */
 };
+
+/* In nanoseconds. A selection takes longer than the first; two calls of the module take a tenth of it. */
+static const long long ShortTime = 100000;
+static const long long LongestTrying = 200000000;
 
 static const float afWhite[Components] = {0, 0, 255};
 
@@ -39,14 +44,19 @@ static void make_white(float* pfColors, int iNumRows)
         memcpy(pfColors + (size_t)Components * (size_t)i, afWhite, sizeof afWhite);
 }
 
-/* Sets the colours; the number of rows afterwards must be as before. */
-static int set_colors(qtutils_browser* pBrowser, struct kept_block* pColors, int iNumRows)
+/* The number of rows must be as before. */
+static int check_rows(qtutils_browser* pBrowser, int iNumRows)
 {
     int iNow = iNumRows;
-    browser_call(pBrowser, SetRowColors, (void*[]){kept_bytes(pColors)});
-    kept_set_colors(pColors);
     const int iError = browser_ask_num_rows(pBrowser, &iNow);
     return iError == QTUTILS_OK && iNow != iNumRows ? QTUTILS_ERROR_ROWS : iError;
+}
+
+static int set_colors(qtutils_browser* pBrowser, struct kept_block* pColors, int iNumRows)
+{
+    browser_call(pBrowser, SetRowColors, (void*[]){kept_bytes(pColors)});
+    kept_set_colors(pColors);
+    return check_rows(pBrowser, iNumRows);
 }
 
 static int call_back(
@@ -90,7 +100,24 @@ static int color_round(qtutils_browser* pBrowser, qtutils_color_callback* pfCall
     return iError;
 }
 
-/* A select and its colours without a question between: the window handles both before it paints. */
+static long long nanoseconds(void)
+{
+    struct timespec oNow;
+    clock_gettime(CLOCK_MONOTONIC, &oNow);
+    return oNow.tv_sec * 1000000000LL + oNow.tv_nsec;
+}
+
+/* A select and its colours without a question between: the window handles both before it paints, unless this
+   thread is held up between them. Then rows may be painted without colours, and stay so. Returns whether
+   there was no time for that. */
+static bool select_with_kept_colors(qtutils_browser* pBrowser, int iNode)
+{
+    const long long llBegin = nanoseconds();
+    browser_call(pBrowser, Select, (void*[]){&iNode});
+    browser_call(pBrowser, SetRowColors, (void*[]){kept_bytes(kept_colors())});
+    return nanoseconds() - llBegin < ShortTime;
+}
+
 static int select_round(qtutils_browser* pBrowser, int iNode, qtutils_color_callback* pfCallback, void* pUser)
 {
     int iNumRows = 0;
@@ -100,8 +127,13 @@ static int select_round(qtutils_browser* pBrowser, int iNode, qtutils_color_call
         iError = browser_ask_num_rows(pBrowser, &iNumRows);
     if (iError != QTUTILS_OK)
         return iError;
-    browser_call(pBrowser, Select, (void*[]){&iNode});
-    return set_colors(pBrowser, kept_colors(), iNumRows);
+    bool bDone = false;
+    const long long llEnd = nanoseconds() + LongestTrying;
+    do {
+        bDone = select_with_kept_colors(pBrowser, iNode);
+        iError = check_rows(pBrowser, iNumRows);
+    } while (!bDone && iError == QTUTILS_OK && nanoseconds() < llEnd);
+    return iError;
 }
 
 int qtutils_select_colored(

@@ -23,6 +23,7 @@ class Fake(ctypes.Structure):
     _fields_ = [("bWindow", ctypes.c_int), ("bAnswers", ctypes.c_int), ("iRows", ctypes.c_int),
                 ("aiRows", ctypes.c_int * 16), ("iNumAnswers", ctypes.c_int), ("bNoDateInRow1", ctypes.c_int),
                 ("iFrameMinutes", ctypes.c_int), ("pcFirstDate", ctypes.c_char_p), ("iLive", ctypes.c_int),
+                ("iHoldUps", ctypes.c_int), ("iSelects", ctypes.c_int),
                 ("acLog", ctypes.c_char * 65536)]
 
 FAKE = sys.argv[1]

@@ -134,26 +134,6 @@ private Q_SLOTS:
         QCOMPARE(numRows(), 1'000'000);
     }
 
-    void aNodeIsSelectedAgainWithItsColors()
-    {
-        QCOMPARE(select(5, paint), Ok);
-        QCOMPARE(pFake->log(),
-            QByteArrayList({"select 5", "fillDate", "setRowColors", "row 0: 1 0 255", "row 1: 2 0 255",
-                "row 2: 3 0 255", "select 5", "setRowColors", "before 255", "row 0: 1 0 255",
-                "row 1: 2 0 255", "row 2: 3 0 255"}));
-        QCOMPARE(color(paint), Ok); // these colours were kept once
-    }
-
-    void aNodeWhoseColorsFailIsShownAllTheSame()
-    {
-        QCOMPARE(select(5, [](auto...) { return 1; }), int(QTUTILS_ERROR_CALLBACK));
-        QCOMPARE(pFake->log().count("select 5"), 1);
-        pFake->setAnswers({1, 2, 3, 4, 5, 6, 7, 8});
-        QCOMPARE(select(5, paint), int(QTUTILS_ERROR_ROWS));
-        QCOMPARE(select(-1, paint), int(QTUTILS_ERROR_ARGUMENT));
-        QCOMPARE(numRows(), 7);
-    }
-
     void rowsThatNeverStayTheSameAreGivenUp()
     {
         int iRounds = 0;
@@ -276,10 +256,6 @@ private:
         return (*static_cast<Callback*>(pUser))(piMinutes, iNumRows, pfColors);
     }
     int color(Callback callback) { return qtutils_color_rows(pBrowser, run, &callback); }
-    int select(int iNode, Callback callback)
-    {
-        return qtutils_select_colored(pBrowser, iNode, run, &callback);
-    }
     int numRows()
     {
         int iRows = -1;

@@ -45,9 +45,9 @@ QTUTILS_KIT_EXPORT int qtutils_color_rows(
     qtutils_browser* pBrowser, qtutils_color_callback* pfCallback, void* pUser);
 
 /* Shows the documents of a node, counted from 0, in colours from the first sight on; colours as above. Fills
-   the table twice: once for the dates, and once for the colours to be there when it is painted. After ROWS or
-   CALLBACK the node is shown all the same.
-   Waits. ARGUMENT, MEMORY, ROWS, CALLBACK, NO_ANSWER, BUSY. */
+   the table twice: once for the dates, and once for the colours to be there when it is painted; more often
+   when the machine is busy and rows may have been painted in between. After ROWS or CALLBACK the node is
+   shown all the same. Waits. ARGUMENT, MEMORY, ROWS, CALLBACK, NO_ANSWER, BUSY. */
 QTUTILS_KIT_EXPORT int qtutils_select_colored(
     qtutils_browser* pBrowser, int iNode, qtutils_color_callback* pfCallback, void* pUser);
 

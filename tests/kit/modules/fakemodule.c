@@ -7,6 +7,8 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <threads.h>
+#include <time.h>
 
 #ifndef FAKE_NAMESPACE
 #define FAKE_NAMESPACE "qtutils"
@@ -92,10 +94,30 @@ EXPORT void nodeBrowser_FREE_CNodeBrowser(void* pHandle, void** apSlots)
     say("FREE_CNodeBrowser %s\n", pHandle == &fake ? "handle" : "null");
 }
 
+/* How often the kit selects a node again with its colours depends on the load of the machine; the log has the
+   last time only. */
+static void begin_selection(int iNode)
+{
+    static size_t uBegin; /* of the last one in the log */
+    char acPair[64];
+    const int iLength = snprintf(acPair, sizeof acPair, "select %d\nsetRowColors\n", iNode);
+    if (uBegin < strlen(fake.acLog) && strncmp(fake.acLog + uBegin, acPair, (size_t)iLength) == 0)
+        fake.acLog[uBegin] = '\0';
+    uBegin = strlen(fake.acLog);
+}
+
 EXPORT void nodeBrowser_select(void* pHandle, void** apSlots)
 {
+    const struct timespec oMillisecond = {0, 1000000};
+    const int iNode = *(int*)apSlots[0];
     (void)pHandle;
-    say("select %d\n", *(int*)apSlots[0]);
+    fake.iSelects++;
+    begin_selection(iNode);
+    say("select %d\n", iNode);
+    if (fake.iHoldUps > 0) {
+        fake.iHoldUps--;
+        thrd_sleep(&oMillisecond, NULL); /* wait-reason: the window may paint in this time */
+    }
 }
 
 EXPORT void nodeBrowser_getNumRows(void* pHandle, void** apSlots)

@@ -28,6 +28,8 @@ struct fake
     int iFrameMinutes; /* answer of getFirstDateInFrame */
     const char* pcFirstDate; /* answer of getFirstDateInSelection; null: no row */
     int iLive; /* constructions minus destructions */
+    int iHoldUps; /* so many of the next selects hold up the calling thread */
+    int iSelects; /* calls of select; one that is made again with its colours is in the log once */
     char acLog[LogSize]; /* a line for each call, then for what was carried out */
 };
 

@@ -3,7 +3,7 @@
 
 #include "CDataTable.h"
 
-#include "CHeader.h"
+#include "data/CHeader.h"
 #include "data/CWidestText.h"
 
 #include <QClipboard>

@@ -8,6 +8,7 @@
 #include "CNodeDelegate.h"
 #include "CNodeModel.h"
 #include "CNumberWidths.h"
+#include "data/CHeader.h"
 #include "data/CWidestText.h"
 #include "data/somconnection.h"
 #include "data/sqllog.h"
@@ -15,7 +16,6 @@
 #include "topicicons.h"
 
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QSqlQuery>
@@ -38,9 +38,11 @@ CListView::CListView(QWidget* pParent, const char* name)
 {
     setObjectName(QLatin1String(name));
     setFont(QFont(QStringLiteral("Sans Serif"), 8));
+    setHeader(new CHeader(Qt::Horizontal, this));
+    header()->setSectionsMovable(true);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     setModel(pModel);
     setItemDelegate(new CNodeDelegate(this));
-    header()->setStretchLastSection(false);
     setSortingEnabled(true);
     sortByColumn(NodeColumn, Qt::AscendingOrder);
     setMaximumWidth(0);
@@ -186,7 +188,7 @@ int CListView::node(const QModelIndex& oItem) const
 // Level by level, with a single layout of the rows at the end.
 void CListView::setBranchExpanded(const QModelIndex& oTop, int iDepth, bool bExpanded)
 {
-    if (iDepth == 0)
+    if (iDepth == 0 || !oTop.isValid())
         return;
     scheduleDelayedItemsLayout();
     QModelIndexList lLevel{oTop.siblingAtColumn(NodeColumn)};
@@ -216,26 +218,22 @@ void CListView::collapseChildren(const QModelIndex& oItem, int iDepth)
 
 void CListView::collapseAll()
 {
-    if (oPopupItem.isValid())
-        collapseChildren(oPopupItem, -1);
+    collapseChildren(oPopupItem, -1);
 }
 
 void CListView::collapseChildren()
 {
-    if (oPopupItem.isValid())
-        collapseChildren(oPopupItem, 2);
+    collapseChildren(oPopupItem, 2);
 }
 
 void CListView::expandAll()
 {
-    if (oPopupItem.isValid())
-        expandChildren(oPopupItem, -1);
+    expandChildren(oPopupItem, -1);
 }
 
 void CListView::expandChildren()
 {
-    if (oPopupItem.isValid())
-        expandChildren(oPopupItem, 2);
+    expandChildren(oPopupItem, 2);
 }
 
 void CListView::popup(const QModelIndex& oItem, const QPoint& pos, int /*iColumn*/)

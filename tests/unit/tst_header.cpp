@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "table/CHeader.h"
+#include "data/CHeader.h"
 
 #include "tests/support/CStrictTest.h"
 #include "tests/support/testmain.h"

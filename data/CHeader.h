@@ -10,9 +10,9 @@
 
 class CLetterWidths;
 
-/// The names of a table's columns, or the numbers of its rows. Remembers how much room they take: Qt by
-/// itself lays out up to forty row numbers and all column names at every change of the table. Paints of a
-/// wide column what is in sight. [ui-thread]
+/// The names of columns, or the numbers of rows. Remembers how much room they take: Qt by itself lays out up
+/// to forty row numbers and all column names at every change of what is shown. Paints of a wide column what
+/// is in sight. [ui-thread]
 class CHeader : public QHeaderView
 {
 public:

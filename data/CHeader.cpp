@@ -3,7 +3,7 @@
 
 #include "CHeader.h"
 
-#include "data/CLetterWidths.h"
+#include "CLetterWidths.h"
 
 #include <QEvent>
 

@@ -180,9 +180,8 @@ void CHostLife::queryForEver()
     start();
     changeTable(oHost, "endless");
     oHost.call("select", {"i:1"});
-    const QList<int> lThreads = oHost.threads();
-    QTUTILS_WAIT_FOR(std::any_of(
-        lThreads.begin(), lThreads.end(), [this](int iThread) { return oHost.sleepsIn(iThread, SYS_poll); }));
+    // The client library waits there; the window's own loop waits in another call.
+    QTUTILS_WAIT_FOR(oHost.sleepsIn(oHost.threads().at(1), SYS_poll));
 }
 
 void CHostLife::buildTree()

@@ -28,8 +28,8 @@ typedef union
 
 static const char** ppcDefinition; /* of the module's one class */
 static void* pModule;
-static void* pHandle;
-static void* pFirstHandle;
+static void* _Atomic pHandle;
+static void* _Atomic pFirstHandle;
 
 /* The name of the function in a prototype such as "void select(int iSelection)". */
 static void function_name(const char* pcPrototype, char* pcName)
@@ -107,13 +107,14 @@ static void enter(const char* pcMethod, EntryPoint oEntry, void** apSlots, char*
 {
     if (strcmp(pcMethod, "CNodeBrowser") == 0) {
         void* pBefore = pHandle;
-        pHandle = oEntry.pfConstruct(NULL, apSlots);
+        void* pMade = oEntry.pfConstruct(NULL, apSlots);
+        pHandle = pMade;
         if (pFirstHandle == NULL)
-            pFirstHandle = pHandle;
-        if (pHandle == NULL)
+            pFirstHandle = pMade;
+        if (pMade == NULL)
             append_text(pcResult, "null");
         else
-            append_text(pcResult, pHandle == pBefore ? "same window" : "window");
+            append_text(pcResult, pMade == pBefore ? "same window" : "window");
     } else {
         oEntry.pfCall(pHandle, apSlots);
     }

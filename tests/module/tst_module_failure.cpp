@@ -238,8 +238,8 @@ private Q_SLOTS:
         // when
         oHost.announceErrors({"Terminating QApplication"});
         oHost.free();
-        // then
-        QCOMPARE(useOnce(oHost), "window 5");
+        // then: perhaps where the last one was
+        QVERIFY(useOnce(oHost).endsWith("window 5"));
     }
 
     void aDatabaseWithoutANameIsNone_data()

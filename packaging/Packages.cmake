@@ -18,9 +18,23 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE qtutils)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/debian/finish.cmake)
 set(CPACK_QTUTILS_FOLDER ${CMAKE_CURRENT_SOURCE_DIR}/debian)
-set(CPACK_QTUTILS_CHANGELOG ${CMAKE_CURRENT_BINARY_DIR}/changelog)
+
+# A distribution may add numbers to the version. One behind it makes the packages Debian's, whose changes have that name.
+set(sVersion ${PROJECT_VERSION})
+set(sChangelog changelog)
+if(CPACK_DEBIAN_PACKAGE_EPOCH)
+    string(PREPEND sVersion "${CPACK_DEBIAN_PACKAGE_EPOCH}:")
+endif()
+set(sAtLeast "(>= ${sVersion})")
+if(CPACK_DEBIAN_PACKAGE_RELEASE)
+    string(APPEND sVersion "-${CPACK_DEBIAN_PACKAGE_RELEASE}")
+    set(sChangelog changelog.Debian)
+endif()
+set(sSame "(= ${sVersion})")
+set(CPACK_QTUTILS_CHANGELOG ${CMAKE_CURRENT_BINARY_DIR}/${sChangelog})
 string(TIMESTAMP QTUTILS_CHANGELOG_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
-qtutils_configure(packaging/debian/changelog.in changelog)
+set(QTUTILS_PACKAGE_VERSION ${sVersion})
+qtutils_configure(packaging/debian/changelog.in ${sChangelog})
 
 # qtutils_package(COMPONENT NAME SECTION ARCHITECTURE SUMMARY TEXT [FIELD VALUE]...): a component as a package. The
 # architecture "any" is this machine's. Further fields: DEPENDS, RECOMMENDS, SUGGESTS, SHLIBDEPS.
@@ -52,8 +66,6 @@ function(qtutils_compile_python sComponent QTUTILS_PACKAGE)
     set(CPACK_DEBIAN_${sUpper}_PACKAGE_CONTROL_EXTRA "${lScripts}" PARENT_SCOPE)
 endfunction()
 
-set(sSame "(= ${PROJECT_VERSION})")
-
 qtutils_package(qtutils qtutils science any "window over a self-organizing map of documents"
     "A module for host programs that load it at run time and call its methods: a
 window with the tree of a map's nodes, a table of the chosen node's documents
@@ -83,11 +95,11 @@ if(QTUTILS_BUILD_KIT)
         "Typed functions for programs that show the window of qtutils: errors with
 texts, and nothing to keep alive."
         SHLIBDEPS ON
-        DEPENDS "qtutils (>= ${PROJECT_VERSION})")
+        DEPENDS "qtutils ${sAtLeast}")
     # What others that link the library depend on, and that the dynamic linker is to look for it.
     set(sKitScripts ${CMAKE_CURRENT_BINARY_DIR}/scripts/kit)
     file(CONFIGURE OUTPUT ${sKitScripts}/shlibs
-        CONTENT "libqtutils-nodebrowser 0 ${sLibrary} (>= ${PROJECT_VERSION})\n")
+        CONTENT "libqtutils-nodebrowser 0 ${sLibrary} ${sAtLeast}\n")
     file(CONFIGURE OUTPUT ${sKitScripts}/triggers CONTENT "activate-noawait ldconfig\n")
     set(CPACK_DEBIAN_KIT_PACKAGE_CONTROL_EXTRA ${sKitScripts}/shlibs ${sKitScripts}/triggers)
     qtutils_package(dev libqtutils-dev libdevel any "host kit of qtutils: files for C and C++"
@@ -105,7 +117,7 @@ if(QTUTILS_BUILD_HOST)
     qtutils_package(demo qtutils-demo science all "demo of qtutils: a map of this machine's release notes"
         "The command qtutils-demo starts a private database server, makes a map of the
 release notes of the installed packages and opens it in the window of qtutils."
-        DEPENDS "qtutils (>= ${PROJECT_VERSION}), mapmaker ${sSame}, mariadb-client-core, mariadb-server-core, x11-utils")
+        DEPENDS "qtutils ${sAtLeast}, mapmaker ${sSame}, mariadb-client-core, mariadb-server-core, x11-utils")
 endif()
 
 # What debuggers need of the binaries goes into packages of its own, where there is anything (finish.cmake). CPack's

@@ -64,5 +64,7 @@ step "Packages" need_packages "$INSTALL"
 step "Configure" cmake --preset package
 step "Build" cmake --build --preset package --parallel 2
 step "Make the packages" make_packages
-step "Look at them" lintian --no-cfg --allow-root --fail-on error,warning "$OUTPUT"/*.deb
+# The first upload to Debian would have to close the wish for it; these packages go elsewhere.
+step "Look at them" lintian --no-cfg --allow-root --fail-on error,warning \
+    --suppress-tags initial-upload-closes-no-bugs "$OUTPUT"/*.deb
 step "Write the bill of materials" write_bill

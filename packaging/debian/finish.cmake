@@ -51,7 +51,7 @@ foreach(sComponent ${CPACK_COMPONENTS_ALL})
             ${sFolder}/share/lintian/overrides/${sPackage})
     endif()
 
-    file(GLOB lCompressed ${sFolder}/share/man/man[0-9]/*.[0-9] ${sFolder}/share/doc/${sPackage}/changelog)
+    file(GLOB lCompressed ${sFolder}/share/man/man[0-9]/*.[0-9] ${sFolder}/share/doc/${sPackage}/changelog*)
     foreach(sFile ${lCompressed})
         execute_process(COMMAND gzip -9nf ${sFile} COMMAND_ERROR_IS_FATAL ANY)
     endforeach()

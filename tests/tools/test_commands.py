@@ -25,6 +25,7 @@ def run(command: str, *arguments: str, **environment: str) -> "subprocess.Comple
         ("demo", ["--no-install", "--fresh", "--output"]),
         ("tools/make_pictures.sh", ["--no-install", "--output"]),
         ("packaging/make_packages.sh", ["--no-install", "--output"]),
+        ("packaging/try_packages.sh", ["--no-install", "--packages"]),
     ],
 )
 def test_help_names_every_option(command: str, options: list[str]) -> None:
@@ -53,6 +54,14 @@ def test_help_names_every_option(command: str, options: list[str]) -> None:
             "packaging/make_packages.sh --bad",
             "make_packages.sh: unknown option --bad; see ./packaging/make_packages.sh --help",
         ),
+        (
+            "packaging/try_packages.sh --bad",
+            "try_packages.sh: unknown option --bad; see ./packaging/try_packages.sh --help",
+        ),
+        (
+            "packaging/try_packages.sh --packages",
+            "try_packages.sh: --packages needs a folder; see ./packaging/try_packages.sh --help",
+        ),
     ],
 )
 def test_wrong_options_get_one_line(arguments: str, message: str) -> None:
@@ -66,7 +75,16 @@ def test_check_offers_the_presets_of_the_build() -> None:
     assert all(f'"configurePreset": "{name}"' in names for name in offered)
 
 
-@pytest.mark.parametrize("command", ["check", "demo", "tools/make_pictures.sh", "packaging/make_packages.sh"])
+@pytest.mark.parametrize(
+    "command",
+    [
+        "check",
+        "demo",
+        "tools/make_pictures.sh",
+        "packaging/make_packages.sh",
+        "packaging/try_packages.sh",
+    ],
+)
 def test_no_install_ends_with_2_when_a_package_is_missing(command: str, tmp_path: Path) -> None:
     packages = tmp_path / "packages.txt"
     packages.write_text("no-such-package # for nothing\n")

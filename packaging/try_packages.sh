@@ -1,0 +1,129 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: The qtutils developers
+# SPDX-License-Identifier: MIT
+#
+# Installs the Debian packages in a bare Debian 12, tries them there as a user, and removes them again.
+
+set -euo pipefail
+# shellcheck source=tools/common.sh
+source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
+
+INSTALL=yes
+PACKAGES_FOLDER=$TOP/build-package/packages
+SUITE=bookworm
+
+usage()
+{
+    cat <<END
+usage: ./packaging/try_packages.sh [--no-install] [--packages FOLDER]
+
+Makes a bare Debian 12 in a private folder, from the mirror of this machine's apt, installs there the
+packages that packaging/make_packages.sh has made, tries them as a user without rights, and removes
+them. Ends with 1 when a trial fails, with 2 when something that is needed for them is missing.
+Needs root or user namespaces, the network and 3 GB; nothing of this system is changed.
+
+  --no-install       install nothing; where a package is missing, name it and end with 2
+  --packages FOLDER  where they are (default: build-package/packages)
+  --help             show this text
+END
+}
+
+parse_options()
+{
+    while (($#)); do
+        case $1 in
+            --no-install) INSTALL=no ;;
+            --packages)
+                [[ -n ${2-} ]] || wrong_usage "--packages needs a folder"
+                PACKAGES_FOLDER=$2
+                shift
+                ;;
+            --help) usage && exit ;;
+            *) wrong_usage "unknown option $1" ;;
+        esac
+        shift
+    done
+}
+
+# need_rights: a system is made by root, or with the rights of root in a user namespace; sets BARE_SYSTEM.
+need_rights()
+{
+    if (($(id -u) == 0)) && unshare --mount --pid --fork true 2>/dev/null; then
+        # Mounts and processes of its own: they are gone when it ends, however it does.
+        BARE_SYSTEM=(unshare --mount --pid --fork --kill-child --mount-proc mmdebstrap --mode=root)
+    elif (($(id -u) != 0)) && unshare --map-auto --map-root-user true 2>/dev/null; then
+        BARE_SYSTEM=(mmdebstrap --mode=unshare)
+    else
+        fail "needs root, or user namespaces with ranges in /etc/subuid and /etc/subgid" || return 2
+    fi
+}
+
+# find_archive: the lines of this machine's apt for the suite and its updates; sets ARCHIVE, where each is reached.
+find_archive()
+{
+    local format="deb \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" uri release
+    mapfile -t ARCHIVE < <(apt-get indextargets --format "$format" 'Created-By: Packages' 'Origin: Debian' |
+        grep -E " $SUITE(-[a-z]+)? " | sort -u)
+    ((${#ARCHIVE[@]})) || fail "this machine's apt has no lists of Debian $SUITE; run: apt-get update" || return 2
+    read -r _ uri release _ <<<"${ARCHIVE[0]}"
+    guarded /usr/lib/apt/apt-helper download-file "${uri%/}/dists/$release/InRelease" "$PRIVATE/InRelease" \
+        >"$PRIVATE/network.log" 2>&1 || fail "the network is missing: can't reach $uri" || return 2
+}
+
+# collect: a folder for the system, with the packages as an archive, the trials, and the smallest hosts.
+collect()
+{
+    local folder=$PRIVATE/trial twice
+    mkdir -- "$folder"
+    cp -- "$PACKAGES_FOLDER"/*.deb packaging/trial.sh "$folder"
+    cp -r -- tests/install/consumer "$folder"
+    (cd -- "$folder" && dpkg-scanpackages --multiversion . >Packages 2>/dev/null)
+    twice=$(sed -n 's/^Package: //p' "$folder/Packages" | sort | uniq -d)
+    [[ -z $twice ]] || fail "more than one version in $PACKAGES_FOLDER: ${twice//$'\n'/ }" || return
+    chmod -R a+rX "$folder"
+    apt-config dump Acquire | grep -E '^Acquire::(https?::|Check-|Retries)' >"$PRIVATE/apt.conf" || : # such as a proxy
+}
+
+try_packages()
+{
+    # The system's root has a number of its own in a user namespace, and must come through.
+    chmod 711 -- "$PRIVATE"
+    # shellcheck disable=SC2016 # mmdebstrap expands it
+    guarded env TMPDIR="$PRIVATE" LC_ALL=C.UTF-8 "${BARE_SYSTEM[@]}" --quiet --variant=minbase --format=null \
+        --aptopt="$PRIVATE/apt.conf" --dpkgopt=force-unsafe-io \
+        --customize-hook="copy-in $PRIVATE/trial /" \
+        --customize-hook='chroot "$1" bash /trial/trial.sh' \
+        --customize-hook="copy-out /trial/results $PRIVATE" \
+        "$SUITE" - "${ARCHIVE[@]}" || fail "the bare system broke off"
+}
+
+# show_results: what was tried, with its outcome; fails when a trial has.
+show_results()
+{
+    local outcome packages what reason total=0 failed=0 first=
+    [[ $(tail -n 1 "$PRIVATE/results") == end ]] || fail "the trials broke off" || return
+    printf '\n%-6s  %-15s  %s\n' Result Packages Trial
+    while IFS=$'\t' read -r outcome packages what reason; do
+        printf '%-6s  %-15s  %s\n' "$outcome" "$packages" "$what${reason:+: $reason}"
+        total=$((total + 1))
+        [[ $outcome == FAILED ]] || continue
+        failed=$((failed + 1)) first=${first:-$packages: $what: $reason}
+    done < <(grep -v '^end$' "$PRIVATE/results")
+    ((failed == 0)) || fail "$failed of $total trials failed, the first: $first" || return
+    echo "All $total trials are well."
+}
+
+parse_options "$@"
+umask 022
+PACKAGES_FOLDER=$(realpath -m -- "$PACKAGES_FOLDER")
+cd -- "$TOP"
+finish
+step "Packages" need_packages "$INSTALL" trial
+compgen -G "$PACKAGES_FOLDER/*.deb" >/dev/null ||
+    fail "there are no packages in $PACKAGES_FOLDER; make them with packaging/make_packages.sh" || exit 2
+need_rights
+private_folder
+step "Look for the archive" find_archive
+collect
+step "Install, try and remove the packages in a bare system" try_packages
+show_results

@@ -21,7 +21,7 @@ void CFlatTree::add(const std::vector<int>& viNewChildren)
 std::span<const int> CFlatTree::childrenOf(int iNode) const
 {
     const auto uNode = std::size_t(iNode);
-    const std::size_t uBegin = std::size_t(viBegins[uNode]);
+    const auto uBegin = std::size_t(viBegins[uNode]);
     const std::size_t uEnd =
         uNode + 1 < viBegins.size() ? std::size_t(viBegins[uNode + 1]) : viChildren.size();
     return std::span(viChildren).subspan(uBegin, uEnd - uBegin);

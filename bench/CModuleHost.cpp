@@ -112,12 +112,14 @@ int CModuleHost::firstDateInFrame() const
     return iMinutes;
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the module writes there
 void CModuleHost::fillDate(int* piMinutes) const
 {
     std::array<void*, 1> apSlots{piMinutes};
     method("fillDate")(pHandle, apSlots.data());
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): slots aren't const
 void CModuleHost::setRowColors(float* pfColors) const
 {
     std::array<void*, 1> apSlots{pfColors};

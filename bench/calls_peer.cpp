@@ -22,7 +22,7 @@ int main(int iArguments, char** apcArguments)
                 &oApplication, [&] { iAnswer = iRows; }, Qt::BlockingQueuedConnection);
             return iAnswer;
         });
-        oApplication.quit();
+        QApplication::quit();
     });
     pHost->start();
     QApplication::exec();

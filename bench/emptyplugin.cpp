@@ -21,11 +21,12 @@ void run(std::promise<void>& oMade)
     static int iArguments = 1;
     static char acName[] = "empty";
     static char* apcArguments[] = {acName, nullptr};
-    auto* pApplication = new QApplication(iArguments, apcArguments); // for the life of the process
+    [[maybe_unused]] auto* pApplication =
+        new QApplication(iArguments, apcArguments); // for the life of the process
     pWindow = new QWidget;
     pWindow->resize(WindowSize);
     oMade.set_value();
-    pApplication->exec();
+    QApplication::exec();
 }
 
 } // namespace

@@ -39,7 +39,7 @@ int main(int /*iArguments*/, char** apcArguments)
         }
         iSelected = iNode;
         settle();
-        const CReport oReport = CReport(oInterior.ask(sPages));
+        CReport oReport(oInterior.ask(sPages));
         settle();
         return oReport;
     });

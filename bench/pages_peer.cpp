@@ -26,7 +26,7 @@ public:
     {
         if (iRole == Qt::BackgroundRole)
             return pages::colorOf(oIndex.row());
-        const QVariant oValue = QSqlQueryModel::data(oIndex, iRole);
+        QVariant oValue = QSqlQueryModel::data(oIndex, iRole);
         if (iRole != Qt::DisplayRole || oValue.typeId() != QMetaType::QDateTime)
             return oValue;
         const QDateTime oTime = oValue.toDateTime();

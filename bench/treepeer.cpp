@@ -19,6 +19,7 @@ constexpr int ShownKeywords = 3;
 std::vector<QIcon> signs()
 {
     std::vector<QIcon> vSigns;
+    vSigns.reserve(NumSigns);
     for (int i = 0; i < NumSigns; i++)
         vSigns.emplace_back(QPixmap(QStringLiteral("Images/%1.xpm").arg(i)));
     return vSigns;

@@ -26,7 +26,7 @@ using StopFunction = void (*)();
 
 // Held while handlers are registered: a child that is made meanwhile would wait for the list's lock forever.
 std::mutex oRegistering;
-StopFunction pfRegistered = nullptr;
+std::atomic<StopFunction> pfRegistered = nullptr;
 std::array<char, 2> aOwners; // their addresses name our two registrations
 thread_local bool bTakingBack = false;
 
@@ -34,7 +34,7 @@ void runAtExit(void* /*pArgument*/)
 {
     // Taking a handler back runs it; that is no exit.
     if (!bTakingBack)
-        pfRegistered();
+        pfRegistered.load()();
 }
 
 struct MainThreadGuard

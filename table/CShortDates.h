@@ -13,7 +13,7 @@
 class CShortDates
 {
 public:
-    explicit CShortDates(const QLocale& oLocale = {});
+    explicit CShortDates(const QLocale& oNewLocale = {});
 
     const QLocale& locale() const { return oLocale; }
     /// As fieldtext::shown() gives it.

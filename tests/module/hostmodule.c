@@ -7,6 +7,7 @@
 #include "hostarguments.h"
 
 #include <dlfcn.h>
+#include <stdatomic.h>
 #include <stdbool.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -26,8 +27,8 @@ typedef union
     void (*pfCall)(void*, void**);
 } EntryPoint;
 
-static const char** ppcDefinition; /* of the module's one class */
-static void* pModule;
+static const char** _Atomic ppcDefinition; /* of the module's one class */
+static void* _Atomic pModule;
 static void* _Atomic pHandle;
 static void* _Atomic pFirstHandle;
 
@@ -43,21 +44,22 @@ static void function_name(const char* pcPrototype, char* pcName)
 
 static EntryPoint entry_point(const char* pcPrototype)
 {
+    const char* pcClass = *atomic_load(&ppcDefinition);
     char acName[LongestName];
     char acSymbol[2 * LongestName];
     function_name(pcPrototype, acName);
-    snprintf(
-        acSymbol, sizeof acSymbol, "%.*s%s", (int)strcspn(ppcDefinition[0], ":"), ppcDefinition[0], acName);
+    snprintf(acSymbol, sizeof acSymbol, "%.*s%s", (int)strcspn(pcClass, ":"), pcClass, acName);
     return (EntryPoint){dlsym(pModule, acSymbol)};
 }
 
 static EntryPoint method(const char* pcMethod)
 {
-    for (int i = 1; ppcDefinition != NULL && ppcDefinition[i] != NULL; i++) {
+    const char** ppcPrototypes = atomic_load(&ppcDefinition);
+    for (int i = 1; ppcPrototypes != NULL && ppcPrototypes[i] != NULL; i++) {
         char acName[LongestName];
-        function_name(ppcDefinition[i], acName);
+        function_name(ppcPrototypes[i], acName);
         if (strcmp(acName, pcMethod) == 0)
-            return entry_point(ppcDefinition[i]);
+            return entry_point(ppcPrototypes[i]);
     }
     return (EntryPoint){NULL};
 }
@@ -91,9 +93,10 @@ void module_describe(void)
     printf(
         "%s\n", (const void*)pppcClasses[0] == dlsym(pModule, "CNodeBrowser_def") ? "class" : "other class");
     printf("%s\n", pppcClasses[1] == NULL ? "end of classes" : "further class");
-    for (int i = 0; ppcDefinition[i] != NULL; i++)
-        printf("%s: %s\n", i == 0 || entry_point(ppcDefinition[i]).pSymbol != NULL ? "there" : "missing",
-            ppcDefinition[i]);
+    const char** ppcPrototypes = atomic_load(&ppcDefinition);
+    for (int i = 0; ppcPrototypes[i] != NULL; i++)
+        printf("%s: %s\n", i == 0 || entry_point(ppcPrototypes[i]).pSymbol != NULL ? "there" : "missing",
+            ppcPrototypes[i]);
 }
 
 void module_addresses(void)

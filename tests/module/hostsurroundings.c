@@ -11,6 +11,7 @@
 #include <limits.h>
 #include <locale.h>
 #include <pthread.h>
+#include <sched.h>
 #include <signal.h>
 #include <stdatomic.h>
 #include <stdio.h>
@@ -33,7 +34,7 @@ static const unsigned Restorer = 0x04000000;
 extern char** environ;
 
 static atomic_int iCaught;
-static int aiCaughtBy[MostCaught];
+static atomic_int aiCaughtBy[MostCaught]; /* 0: not written yet */
 static pthread_mutex_t oMutex = PTHREAD_MUTEX_INITIALIZER;
 static pthread_cond_t oChanged = PTHREAD_COND_INITIALIZER;
 static bool bLetGo;
@@ -202,8 +203,11 @@ static void caught(char* pcResult)
 {
     const int iCount = atomic_load(&iCaught);
     sprintf(pcResult, "%d:", iCount);
-    for (int i = 0; i < iCount && i < MostCaught; i++)
+    for (int i = 0; i < iCount && i < MostCaught; i++) {
+        while (aiCaughtBy[i] == 0)
+            sched_yield();
         sprintf(pcResult + strlen(pcResult), " %d", aiCaughtBy[i]);
+    }
 }
 
 bool surroundings_command(char** apcFields, int iFields, char* pcResult)

@@ -66,7 +66,7 @@ private:
     {
         const QByteArray oTable = anyTable();
         pHost->call("setSOMTable", {"t:" + oTable});
-        QCOMPARE(pHost->construct(), "window");
+        QVERIFY(pHost->construct().endsWith("window"));
         pModel->begin(oTable);
         oMark = "none";
         bFieldFilled = false;

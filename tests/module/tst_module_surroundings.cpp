@@ -186,6 +186,11 @@ private:
         const qsizetype iBefore = oHost.output().size();
         oHost.command({"surroundings"});
         QByteArrayList lLines = oHost.output().mid(iBefore);
+#if defined(__SANITIZE_THREAD__)
+        for (QByteArray& oLine : lLines) // the sanitizer puts a mask of its own into each action
+            if (const qsizetype iMask = oLine.indexOf(", blocks"); iMask >= 0)
+                oLine.truncate(iMask + qstrlen(", blocks"));
+#endif
         std::sort(lLines.begin(), lLines.end());
         return lLines;
     }
@@ -211,7 +216,7 @@ private:
     void construct(CPlainHost& oHost)
     {
         oHost.call("setSOMTable", {"t:news_train"});
-        QCOMPARE(oHost.construct(), "window");
+        QVERIFY(oHost.construct().endsWith("window"));
     }
 
     void use(CPlainHost& oHost)
@@ -231,7 +236,10 @@ private:
         QTUTILS_WAIT_FOR(!oScreen.isShown("Ombrel"));
     }
 
-    void unload(CPlainHost& oHost) { QCOMPARE(oHost.command({"unload"}), "unloaded"); }
+    void unload(CPlainHost& oHost)
+    {
+        QCOMPARE(oHost.command({"unload"}), "unloaded");
+    }
 
     CPrivateServer oServer;
     CScreen oScreen;

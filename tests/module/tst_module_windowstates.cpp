@@ -35,7 +35,7 @@ private Q_SLOTS:
         oHost.free();
         oHost.free();
         QTUTILS_WAIT_FOR(oScreen.shown().isEmpty());
-        QCOMPARE(oHost.construct(), "window");
+        QVERIFY(oHost.construct().endsWith("window"));
         oAnalyst.showWindow();
         QCOMPARE(oScreen.shown(), One);
     }

@@ -106,8 +106,10 @@ std::optional<xcb_window_t> CScreen::find(const QByteArray& oTitle) const
     return std::nullopt;
 }
 
+// A window manager that has just been started may sleep on what it has read already; any message wakes it.
 bool CScreen::isActive(const QByteArray& oTitle) const
 {
+    send(pScreen->root, "QTUTILS_LOOK");
     const auto uWindow = find(oTitle);
     const QByteArray oActive = property(pScreen->root, atom("_NET_ACTIVE_WINDOW"));
     return uWindow && oActive.size() == sizeof *uWindow

@@ -11,6 +11,8 @@ source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
 INSTALL=yes
 PACKAGES_FOLDER=$TOP/build-package/packages
 SUITE=bookworm
+AS_ROOT=() # what gives a user the rights of root in a namespace
+STOP_LIMIT=5 # seconds: the system is thrown away, so nothing in it needs to end in order
 
 usage()
 {
@@ -46,16 +48,23 @@ parse_options()
 }
 
 # need_rights: a system is made by root, or with the rights of root in a user namespace; sets BARE_SYSTEM.
+# Its mounts and processes are apart, and end when the program ends that started them, however it does.
 need_rights()
 {
-    if (($(id -u) == 0)) && unshare --mount --pid --fork true 2>/dev/null; then
-        # Mounts and processes of its own: they are gone when it ends, however it does.
-        BARE_SYSTEM=(unshare --mount --pid --fork --kill-child --mount-proc mmdebstrap --mode=root)
-    elif (($(id -u) != 0)) && unshare --map-auto --map-root-user true 2>/dev/null; then
-        BARE_SYSTEM=(mmdebstrap --mode=unshare)
-    else
+    (($(id -u) == 0)) || AS_ROOT=(unshare --map-auto --map-root-user)
+    local apart=(unshare --mount --pid --fork --kill-child --mount-proc)
+    "${AS_ROOT[@]}" "${apart[@]}" true 2>/dev/null ||
         fail "needs root, or user namespaces with ranges in /etc/subuid and /etc/subgid" || return 2
-    fi
+    BARE_SYSTEM=("${AS_ROOT[@]}" setpriv --pdeathsig KILL "${apart[@]}" mmdebstrap --mode=root --skip=chroot/mount/sys)
+}
+
+# end: stops what runs. Files of the system may belong to users of the namespace, who remove them.
+end()
+{
+    local folder=$PRIVATE
+    PRIVATE=
+    stop_children
+    [[ -z $folder ]] || "${AS_ROOT[@]}" rm -rf -- "$folder"
 }
 
 # find_archive: the lines of this machine's apt for the suite and its updates; sets ARCHIVE, where each is reached.
@@ -86,8 +95,6 @@ collect()
 
 try_packages()
 {
-    # The system's root has a number of its own in a user namespace, and must come through.
-    chmod 711 -- "$PRIVATE"
     # shellcheck disable=SC2016 # mmdebstrap expands it
     guarded env TMPDIR="$PRIVATE" LC_ALL=C.UTF-8 "${BARE_SYSTEM[@]}" --quiet --variant=minbase --format=null \
         --aptopt="$PRIVATE/apt.conf" --dpkgopt=force-unsafe-io \
@@ -118,6 +125,7 @@ umask 022
 PACKAGES_FOLDER=$(realpath -m -- "$PACKAGES_FOLDER")
 cd -- "$TOP"
 finish
+trap 'set +e; end' EXIT
 step "Packages" need_packages "$INSTALL" trial
 compgen -G "$PACKAGES_FOLDER/*.deb" >/dev/null ||
     fail "there are no packages in $PACKAGES_FOLDER; make them with packaging/make_packages.sh" || exit 2

@@ -50,6 +50,7 @@ void makeSharedObjects()
     QThreadPool::globalInstance();
     QPainter oPainter(&oPixmap);
     oPainter.fillRect(oPixmap.rect(), Qt::Dense4Pattern);
+    oPainter.fillRect(oPixmap.rect(), QLinearGradient(0, 0, 1, 1));
     oPainter.drawPoint(0, 0);
 }
 

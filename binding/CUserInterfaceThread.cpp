@@ -49,6 +49,14 @@ void renewExitGuard()
     exitguard::renew(stopAtExit);
 }
 
+void endEvent()
+{
+    renewExitGuard();
+    exitguard::endWork();
+}
+
+constexpr ApplicationHooks Hooks{exitguard::beginWork, endEvent, exitguard::pauseWork, giveUpAfterLoss};
+
 // At load: the process may end in its main thread while the first construction of another thread makes the
 // application object, which is before any exit handler of ours.
 [[gnu::constructor]] void guardLoadingThread()
@@ -152,20 +160,22 @@ bool CUserInterfaceThread::waitForWork()
 
 void CUserInterfaceThread::runBrowser()
 {
+    exitguard::beginWork();
     const bool bMade = makeBrowser();
-    renewExitGuard();
+    endEvent();
     CAnswer(oHandover.flag(), oHandover.mutex(), oHandover.condition()).give([] {});
     if (!bMade)
         return;
     QCoreApplication::exec();
+    exitguard::beginWork();
     hideWindows();
-    renewExitGuard();
+    endEvent();
 }
 
 bool CUserInterfaceThread::makeBrowser()
 {
     deleteBrowser();
-    if (!CNodeBrowser::oOmbrelWin.create(renewExitGuard, giveUpAfterLoss))
+    if (!CNodeBrowser::oOmbrelWin.create(Hooks))
         return false;
     calllog::open();
     BrowserSettings oWanted;
@@ -225,6 +235,7 @@ void CUserInterfaceThread::giveUp()
     std::fputs("qtutils: the display is lost, and with it the window; there will be no other one\n", stderr);
     oCommandPost.close();
     finish();
+    exitguard::pauseWork();
     sleepForever();
 }
 

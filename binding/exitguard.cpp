@@ -5,17 +5,18 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <cstdio>
-#include <cstdlib>
 #include <mutex>
 
 #include <pthread.h>
 #include <unistd.h>
 
 // The interface between the compiler's run-time library and the C library; the one way to take a handler
-// back.
+// back. The C library hands the exit code to these handlers, too.
 // NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" int __cxa_atexit(void (*pfHandler)(void*), void* pArgument, void* pOwner);
+extern "C" int __cxa_atexit(void (*pfHandler)(void*, int), void* pArgument, void* pOwner);
 extern "C" void __cxa_finalize(void* pOwner);
 // NOLINTEND(bugprone-reserved-identifier)
 
@@ -24,17 +25,63 @@ namespace {
 
 using StopFunction = void (*)();
 
-// Held while handlers are registered: a child that is made meanwhile would wait for the list's lock forever.
-std::mutex oRegistering;
+constexpr auto LongestDelay = std::chrono::milliseconds(250);
+
+// Held over a fork, so that nobody registers a handler meanwhile: its child would wait for the list's lock
+// forever.
+std::mutex oMutex;
+std::condition_variable oChanged; // what follows, under the mutex
+bool bWorking = false;
+int iForksWaiting = 0;
+thread_local int iDepth = 0; // of beginWork(), in the user-interface thread
+thread_local bool bWorkingHere = false; // what that thread has set
+
+std::atomic<bool> bChild = false;
 std::atomic<StopFunction> pfRegistered = nullptr;
 std::array<char, 2> aOwners; // their addresses name our two registrations
 thread_local bool bTakingBack = false;
 
-void runAtExit(void* /*pArgument*/)
+void endChild(int iExitCode)
+{
+    std::fflush(nullptr);
+    _exit(iExitCode);
+}
+
+void runAtExit(void* /*pArgument*/, int iExitCode)
 {
     // Taking a handler back runs it; that is no exit.
-    if (!bTakingBack)
-        pfRegistered.load()();
+    if (bTakingBack)
+        return;
+    if (bChild)
+        endChild(iExitCode);
+    if (const StopFunction stop = pfRegistered)
+        stop();
+}
+
+void takeBack(std::size_t uOwner)
+{
+    bTakingBack = true;
+    __cxa_finalize(&aOwners[uOwner]);
+    bTakingBack = false;
+}
+
+// Behind every handler there is now: the last handler registered is the first to run. Under the mutex.
+void registerLast()
+{
+    // The C library puts a new handler behind the last one and leaves the places before it empty, so the list
+    // would grow by one with every event, and with it the time to walk it.
+    constexpr int MostEmptyPlaces = 256;
+    static int iEmptyPlaces = 0;
+    static std::size_t uNext = 0;
+    if (++iEmptyPlaces == MostEmptyPlaces) {
+        // Without a handler at the end, the next one takes the first empty place. This is the one moment when
+        // there is none.
+        takeBack(1 - uNext);
+        iEmptyPlaces = 0;
+    }
+    __cxa_atexit(runAtExit, nullptr, &aOwners[uNext]);
+    uNext = 1 - uNext;
+    takeBack(uNext);
 }
 
 struct MainThreadGuard
@@ -53,59 +100,68 @@ struct MainThreadGuard
 
 thread_local MainThreadGuard oMainThreadGuard;
 
-std::atomic<bool> bChild = false;
-
-void endChild(int iExitCode, void* /*pArgument*/)
-{
-    std::fflush(nullptr);
-    _exit(iExitCode);
-}
-
 void beforeFork()
 {
-    oRegistering.lock();
+    std::unique_lock<std::mutex> lock(oMutex);
+    if (iDepth == 0) {
+        iForksWaiting++;
+        oChanged.wait_for(lock, LongestDelay, [] { return !bWorking; });
+        iForksWaiting--;
+        oChanged.notify_all();
+    }
+    registerLast();
+    lock.release(); // until inParent() or inChild()
 }
 
 void inParent()
 {
-    oRegistering.unlock();
+    oMutex.unlock();
 }
 
-// The last handler registered is the first to run.
 void inChild()
 {
-    oRegistering.unlock();
     bChild = true;
-    on_exit(endChild, nullptr);
+    bWorking = false;
+    iForksWaiting = 0;
+    oMutex.unlock();
 }
 
-void takeBack(std::size_t uOwner)
+void setWorking(bool bNow)
 {
-    bTakingBack = true;
-    __cxa_finalize(&aOwners[uOwner]);
-    bTakingBack = false;
+    if (bWorkingHere == bNow)
+        return;
+    bWorkingHere = bNow;
+    std::unique_lock<std::mutex> lock(oMutex);
+    if (bNow) // one event after another leaves no time for a fork
+        oChanged.wait(lock, [] { return iForksWaiting == 0; });
+    bWorking = bNow;
+    oChanged.notify_all();
 }
 
 } // namespace
 
 void renew(void (*stop)())
 {
-    // The C library puts a new handler behind the last one and leaves the places before it empty, so the list
-    // would grow by one with every event, and with it the time to walk it.
-    constexpr int MostEmptyPlaces = 256;
-    static int iEmptyPlaces = 0;
-    static std::size_t uNext = 0;
-    const std::lock_guard<std::mutex> lock(oRegistering);
+    const std::lock_guard<std::mutex> lock(oMutex);
     pfRegistered = stop;
-    if (++iEmptyPlaces == MostEmptyPlaces) {
-        // Without a handler at the end, the next one takes the first empty place. This is the one moment when
-        // there is none.
-        takeBack(1 - uNext);
-        iEmptyPlaces = 0;
-    }
-    __cxa_atexit(runAtExit, nullptr, &aOwners[uNext]);
-    uNext = 1 - uNext;
-    takeBack(uNext);
+    registerLast();
+}
+
+void beginWork()
+{
+    iDepth++;
+    setWorking(true);
+}
+
+void pauseWork()
+{
+    setWorking(false);
+}
+
+void endWork()
+{
+    if (--iDepth == 0)
+        setWorking(false);
 }
 
 void guardMainThread(void (*stop)())

@@ -21,6 +21,17 @@ void guardMainThread(void (*stop)());
 /// exit handlers that were registered before the fork don't run in the child. [any-thread]
 void guardChildren();
 
+/// What the calling thread does from here to endWork() may register exit handlers. A child made in such a
+/// moment would wait for their list in exit(), so fork() waits for the end, 250 milliseconds at most. Calls
+/// nest. [ui-thread]
+void beginWork();
+
+/// The thread is about to wait for events in the midst of work; the next beginWork() goes on. [ui-thread]
+void pauseWork();
+
+/// The other end of beginWork(). [ui-thread]
+void endWork();
+
 /// Whether this process is such a child: nothing of the user interface works in it. [any-thread]
 bool isChild();
 

@@ -7,6 +7,7 @@
 #include "binding/eventorder.h"
 #include "displayloss.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QPainter>
 #include <QPixmapCache>
@@ -19,26 +20,29 @@
 
 namespace {
 
-/// Calls a function after every event.
+/// Calls the hooks of events.
 class CApplication : public QApplication
 {
 public:
-    CApplication(int& iArguments, char** apcArguments, void (*pfAfter)())
+    CApplication(int& iArguments, char** apcArguments, const ApplicationHooks& oApplicationHooks)
         : QApplication(iArguments, apcArguments)
-        , pfAfterEvent(pfAfter)
+        , oHooks(oApplicationHooks)
     {
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            oHooks.beforeWaiting);
     }
 
     bool notify(QObject* pReceiver, QEvent* pEvent) override
     {
+        oHooks.beforeEvent();
         eventorder::received(pEvent);
         const bool bResult = QApplication::notify(pReceiver, pEvent);
-        pfAfterEvent();
+        oHooks.afterEvent();
         return bResult;
     }
 
 private:
-    void (*pfAfterEvent)();
+    const ApplicationHooks oHooks;
 };
 
 // What Qt makes when it first paints, for the whole process, and takes away at the process's end. Were it
@@ -63,7 +67,7 @@ bool needsXDisplay()
 
 } // namespace
 
-bool COmbrelWin::create(void (*afterEvent)(), void (*displayLost)())
+bool COmbrelWin::create(const ApplicationHooks& oHooks)
 {
     if (pApplication != nullptr)
         return true;
@@ -83,10 +87,10 @@ bool COmbrelWin::create(void (*afterEvent)(), void (*displayLost)())
     static char* apcArguments[] = {acName, nullptr};
     static int iArguments = 1;
     const CSurroundings surroundings;
-    pApplication = new CApplication(iArguments, apcArguments, afterEvent);
+    pApplication = new CApplication(iArguments, apcArguments, oHooks);
     QApplication::setQuitOnLastWindowClosed(false);
     makeSharedObjects();
-    displayloss::guard(displayLost);
+    displayloss::guard(oHooks.displayLost);
     return true;
 }
 

@@ -8,8 +8,7 @@ set -euo pipefail
 # shellcheck source=tools/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
 
-INSTALL=yes
-OUTPUT=build-package/packages
+FOLDER=build-package/packages
 
 usage()
 {
@@ -25,23 +24,6 @@ the Debian packages in the folder, with a bill of materials of what they hold an
 END
 }
 
-parse_options()
-{
-    while (($#)); do
-        case $1 in
-            --no-install) INSTALL=no ;;
-            --output)
-                [[ -n ${2-} ]] || wrong_usage "--output needs a folder"
-                OUTPUT=$(realpath -m -- "$2")
-                shift
-                ;;
-            --help) usage && exit ;;
-            *) wrong_usage "unknown option $1" ;;
-        esac
-        shift
-    done
-}
-
 # The time that all files get: that of the last commit, or of the sources where there is no repository.
 source_time() { git log -1 --format=%ct 2>/dev/null || stat --format=%Y CMakeLists.txt; }
 
@@ -49,12 +31,12 @@ make_packages()
 {
     private_folder || return
     guarded cpack --config build-package/CPackConfig.cmake -B "$PRIVATE" || return
-    mkdir -p -- "$OUTPUT" && mv -- "$PRIVATE"/*.deb "$OUTPUT"
+    mkdir -p -- "$FOLDER" && mv -- "$PRIVATE"/*.deb "$FOLDER"
 }
 
-write_bill() { packaging/sbom.py "$OUTPUT"/*.deb >"$OUTPUT/qtutils.spdx.json"; }
+write_bill() { packaging/sbom.py "$FOLDER"/*.deb >"$FOLDER/qtutils.spdx.json"; }
 
-parse_options "$@"
+parse_folder_options --output "$@"
 umask 022 # it shows in the packages
 cd -- "$TOP"
 finish
@@ -66,5 +48,5 @@ step "Build" cmake --build --preset package --parallel 2
 step "Make the packages" make_packages
 # The first upload to Debian would have to close the wish for it; these packages go elsewhere.
 step "Look at them" lintian --no-cfg --allow-root --fail-on error,warning \
-    --suppress-tags initial-upload-closes-no-bugs "$OUTPUT"/*.deb
+    --suppress-tags initial-upload-closes-no-bugs "$FOLDER"/*.deb
 step "Write the bill of materials" write_bill

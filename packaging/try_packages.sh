@@ -8,8 +8,7 @@ set -euo pipefail
 # shellcheck source=tools/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/../tools/common.sh"
 
-INSTALL=yes
-PACKAGES_FOLDER=$TOP/build-package/packages
+FOLDER=$TOP/build-package/packages
 SUITE=bookworm
 AS_ROOT=() # what gives a user the rights of root in a namespace
 STOP_LIMIT=5 # seconds: the system is thrown away, so nothing in it needs to end in order
@@ -28,23 +27,6 @@ Needs root or user namespaces, the network and 3 GB; nothing of this system is c
   --packages FOLDER  where they are (default: build-package/packages)
   --help             show this text
 END
-}
-
-parse_options()
-{
-    while (($#)); do
-        case $1 in
-            --no-install) INSTALL=no ;;
-            --packages)
-                [[ -n ${2-} ]] || wrong_usage "--packages needs a folder"
-                PACKAGES_FOLDER=$2
-                shift
-                ;;
-            --help) usage && exit ;;
-            *) wrong_usage "unknown option $1" ;;
-        esac
-        shift
-    done
 }
 
 # need_rights: a system is made by root, or with the rights of root in a user namespace; sets BARE_SYSTEM.
@@ -84,11 +66,11 @@ collect()
 {
     local folder=$PRIVATE/trial twice
     mkdir -- "$folder"
-    cp -- "$PACKAGES_FOLDER"/*.deb packaging/trial.sh "$folder"
+    cp -- "$FOLDER"/*.deb packaging/trial.sh "$folder"
     cp -r -- tests/install/consumer "$folder"
     (cd -- "$folder" && dpkg-scanpackages --multiversion . >Packages 2>/dev/null)
     twice=$(sed -n 's/^Package: //p' "$folder/Packages" | sort | uniq -d)
-    [[ -z $twice ]] || fail "more than one version in $PACKAGES_FOLDER: ${twice//$'\n'/ }" || return
+    [[ -z $twice ]] || fail "more than one version in $FOLDER: ${twice//$'\n'/ }" || return
     chmod -R a+rX "$folder"
     apt-config dump Acquire | grep -E '^Acquire::(https?::|Check-|Retries)' >"$PRIVATE/apt.conf" || : # such as a proxy
 }
@@ -120,15 +102,14 @@ show_results()
     echo "All $total trials are well."
 }
 
-parse_options "$@"
+parse_folder_options --packages "$@"
 umask 022
-PACKAGES_FOLDER=$(realpath -m -- "$PACKAGES_FOLDER")
 cd -- "$TOP"
 finish
 trap 'set +e; end' EXIT
 step "Packages" need_packages "$INSTALL" trial
-compgen -G "$PACKAGES_FOLDER/*.deb" >/dev/null ||
-    fail "there are no packages in $PACKAGES_FOLDER; make them with packaging/make_packages.sh" || exit 2
+compgen -G "$FOLDER/*.deb" >/dev/null ||
+    fail "there are no packages in $FOLDER; make them with packaging/make_packages.sh" || exit 2
 need_rights
 private_folder
 step "Look for the archive" find_archive

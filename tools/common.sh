@@ -26,6 +26,27 @@ wrong_usage()
     fail "$1; see ./$(realpath --relative-to="$TOP" -- "$0") --help" || exit 2
 }
 
+# parse_folder_options OPTION ARGUMENT...: the command line of a script that knows --no-install, --help and an
+# option with a folder; sets INSTALL, and FOLDER (absolute) where it is given. The script has "usage".
+# shellcheck disable=SC2034 # the script uses them
+parse_folder_options()
+{
+    local option=$1
+    INSTALL=yes
+    while shift && (($#)); do
+        case $1 in
+            --no-install) INSTALL=no ;;
+            "$option")
+                [[ -n ${2-} ]] || wrong_usage "$option needs a folder"
+                FOLDER=$(realpath -m -- "$2")
+                shift
+                ;;
+            --help) usage && exit ;;
+            *) wrong_usage "unknown option $1" ;;
+        esac
+    done
+}
+
 # ---------------------------------------------------------------------------------------------- steps and time
 
 now_ms() { printf '%s' "$((${EPOCHREALTIME/[.,]/} / 1000))"; }

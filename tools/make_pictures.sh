@@ -9,8 +9,7 @@ set -euo pipefail
 source "$(dirname -- "${BASH_SOURCE[0]}")/common.sh"
 source "$TOP/tools/demomap.sh"
 
-INSTALL=yes
-OUTPUT=$TOP/docs/images
+FOLDER=$TOP/docs/images
 
 usage()
 {
@@ -27,42 +26,25 @@ $CACHE is taken as it is.
 END
 }
 
-parse_options()
-{
-    while (($#)); do
-        case $1 in
-            --no-install) INSTALL=no ;;
-            --output)
-                [[ -n ${2-} ]] || wrong_usage "--output needs a folder"
-                OUTPUT=$(realpath -m -- "$2")
-                shift
-                ;;
-            --help) usage && exit ;;
-            *) wrong_usage "unknown option $1" ;;
-        esac
-        shift
-    done
-}
-
 take_color_pictures()
 {
     PYTHONPATH=kit/python QTUTILS_NODEBROWSER=build-release/libqtutils-nodebrowser.so guarded /usr/bin/python3 \
-        tools/color_pictures.py --module "$MODULE" --hierarchy "$HIERARCHY" --output "$OUTPUT"
+        tools/color_pictures.py --module "$MODULE" --hierarchy "$HIERARCHY" --output "$FOLDER"
 }
 
 # On light and dark desktops, and on screens of more pixels.
 take_looks()
 {
     cmake --preset dev && cmake --build --preset dev --parallel 2 --target tst_module_looks &&
-        QTUTILS_PICTURES=$OUTPUT guarded build-dev/tests/module/tst_module_looks
+        QTUTILS_PICTURES=$FOLDER guarded build-dev/tests/module/tst_module_looks
 }
 
-parse_options "$@"
+parse_folder_options --output "$@"
 cd -- "$TOP"
 finish
 open_map "$INSTALL" no
 step "Start a virtual display" start_display
-step "Take the pictures" take_pictures pictures.py "$OUTPUT"
+step "Take the pictures" take_pictures pictures.py "$FOLDER"
 step "Build the kit" cmake --build --preset release --parallel 2 --target qtutils_nodebrowser
 step "Take the pictures of colours" take_color_pictures
 step "Take the pictures of desktops" take_looks

@@ -1,14 +1,9 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CFakeModule.h"
-
-#include <qtutils/nodebrowser.h>
-
-#include <QTest>
+#include "CKitTest.h"
 
 #include <climits>
-#include <memory>
 
 namespace {
 
@@ -18,24 +13,11 @@ constexpr int Argument = QTUTILS_ERROR_ARGUMENT;
 } // namespace
 
 /// The typed functions: what the module gets, what comes back, what is refused.
-class TestKitCalls : public QObject
+class TestKitCalls : public CKitTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        pFake = std::make_unique<CFakeModule>();
-        QCOMPARE(qtutils_open(QTUTILS_FAKE_MODULE, "som", "texts", &pBrowser), Ok);
-        pFake->log();
-    }
-    void cleanup()
-    {
-        (*pFake)->bAnswers = 1;
-        qtutils_close(pBrowser);
-        pFake.reset();
-    }
-
     void commandsPassTheirArguments()
     {
         const int aiChildren[] = {2, 1};
@@ -196,9 +178,6 @@ private:
         int iRows = 0;
         QCOMPARE(qtutils_get_num_rows(pBrowser, &iRows), Ok);
     }
-
-    std::unique_ptr<CFakeModule> pFake;
-    qtutils_browser* pBrowser = nullptr;
 };
 
 QTEST_GUILESS_MAIN(TestKitCalls)

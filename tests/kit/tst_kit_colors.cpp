@@ -1,17 +1,13 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CFakeModule.h"
-
-#include <qtutils/nodebrowser.h>
+#include "CKitTest.h"
 
 #include <QFile>
 #include <QSemaphore>
-#include <QTest>
 #include <QThread>
 
 #include <functional>
-#include <memory>
 
 namespace {
 
@@ -39,24 +35,11 @@ qint64 addressSpace()
 } // namespace
 
 /// Dates and colours: fillDate is never without its setRowColors, and the module's pointers stay good.
-class TestKitColors : public QObject
+class TestKitColors : public CKitTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        pFake = std::make_unique<CFakeModule>();
-        QCOMPARE(qtutils_open(QTUTILS_FAKE_MODULE, "som", "texts", &pBrowser), Ok);
-        pFake->log();
-    }
-    void cleanup()
-    {
-        (*pFake)->bAnswers = 1;
-        qtutils_close(pBrowser);
-        pFake.reset();
-    }
-
     void datesBecomeColors()
     {
         QList<int> lDates;
@@ -262,9 +245,6 @@ private:
         qtutils_get_num_rows(pBrowser, &iRows);
         return iRows;
     }
-
-    std::unique_ptr<CFakeModule> pFake;
-    qtutils_browser* pBrowser = nullptr;
 };
 
 QTEST_GUILESS_MAIN(TestKitColors)

@@ -1,13 +1,7 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
-#include "CFakeModule.h"
-
-#include <qtutils/nodebrowser.h>
-
-#include <QTest>
-
-#include <memory>
+#include "CKitTest.h"
 
 namespace {
 
@@ -38,23 +32,11 @@ int paintSlowly(const int* piMinutes, int iNumRows, float* pfColors, void* pUser
 } // namespace
 
 /// A node is selected with its colours, so that they are there when it is painted.
-class TestKitSelected : public QObject
+class TestKitSelected : public CKitTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        pFake = std::make_unique<CFakeModule>();
-        QCOMPARE(qtutils_open(QTUTILS_FAKE_MODULE, "som", "texts", &pBrowser), Ok);
-        pFake->log();
-    }
-    void cleanup()
-    {
-        qtutils_close(pBrowser);
-        pFake.reset();
-    }
-
     void aNodeIsSelectedAgainWithItsColors()
     {
         QCOMPARE(qtutils_select_colored(pBrowser, 5, paint, nullptr), Ok);
@@ -95,10 +77,6 @@ private Q_SLOTS:
         QCOMPARE(qtutils_get_num_rows(pBrowser, &iRows), Ok);
         QCOMPARE(iRows, 7);
     }
-
-private:
-    std::unique_ptr<CFakeModule> pFake;
-    qtutils_browser* pBrowser = nullptr;
 };
 
 QTEST_GUILESS_MAIN(TestKitSelected)

@@ -40,25 +40,6 @@ private Q_SLOTS:
         QTUTILS_WAIT_FOR(oScreen.isActive("Ombrel"));
     }
 
-    void aConstructionWithoutNamesGivesAnEmptyWindow_data()
-    {
-        QTest::addColumn<QByteArrayList>("lNames");
-        QTest::newRow("null") << QByteArrayList{"null", "null"};
-        QTest::newRow("no array") << QByteArrayList{"no array"};
-        QTest::newRow("empty") << QByteArrayList{"t:", "t:"};
-    }
-
-    void aConstructionWithoutNamesGivesAnEmptyWindow()
-    {
-        QFETCH(QByteArrayList, lNames);
-        CPlainHost oHost;
-        oHost.load();
-        oHost.call("setSOMTable", {"t:news_train"});
-        QCOMPARE(oHost.call("CNodeBrowser", lNames), "window");
-        oHost.call("select", {"i:1"});
-        QCOMPARE(oHost.numRows(), 0);
-    }
-
     void anOversizedHierarchyIsRefused_data()
     {
         QTest::addColumn<QByteArray>("oChildren");

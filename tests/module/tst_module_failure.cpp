@@ -249,6 +249,7 @@ private Q_SLOTS:
         QTest::newRow("no documents") << QByteArrayList{"t:som", "null"};
         QTest::newRow("neither") << QByteArrayList{"null", "null"};
         QTest::newRow("empty") << QByteArrayList{"t:", "t:"};
+        QTest::newRow("no array") << QByteArrayList{"no array"};
     }
 
     void aDatabaseWithoutANameIsNone()

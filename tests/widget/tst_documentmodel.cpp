@@ -3,10 +3,8 @@
 
 #include "table/CDocumentModel.h"
 
+#include "CStoreTest.h"
 #include "data/CStoredRows.h"
-#include "data/somconnection.h"
-#include "tests/support/CPrivateServer.h"
-#include "tests/support/CStrictTest.h"
 #include "tests/support/pictures.h"
 #include "tests/support/testmain.h"
 
@@ -17,25 +15,11 @@
 
 using namespace Qt::StringLiterals;
 
-class TestDocumentModel : public CStrictTest
+class TestDocumentModel : public CStoreTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        oServer.load(u"news.sql"_s);
-        oDatabase = somconnection::add(qEnvironmentVariable("MYSQL_HOST"), qEnvironmentVariable("MYSQL_USER"),
-            qEnvironmentVariable("MYSQL_PWD"), u"news"_s);
-        QVERIFY(somconnection::open(oDatabase));
-    }
-
-    void cleanupTestCase()
-    {
-        oDatabase = QSqlDatabase();
-        somconnection::remove();
-    }
-
     void init()
     {
         CStrictTest::init();
@@ -240,8 +224,6 @@ private:
         return run(u"SELECT * FROM document "_s + sCondition);
     }
 
-    CPrivateServer oServer;
-    QSqlDatabase oDatabase;
     std::unique_ptr<CDocumentModel> pModel;
 };
 

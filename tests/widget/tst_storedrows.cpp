@@ -3,9 +3,7 @@
 
 #include "data/CStoredRows.h"
 
-#include "data/somconnection.h"
-#include "tests/support/CPrivateServer.h"
-#include "tests/support/CStrictTest.h"
+#include "CStoreTest.h"
 #include "tests/support/testmain.h"
 
 #include <QSqlQuery>
@@ -13,25 +11,11 @@
 using namespace Qt::StringLiterals;
 
 /// The database driver's own reading of a result is the judge.
-class TestStoredRows : public CStrictTest
+class TestStoredRows : public CStoreTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        oServer.load(u"news.sql"_s);
-        oDatabase = somconnection::add(qEnvironmentVariable("MYSQL_HOST"), qEnvironmentVariable("MYSQL_USER"),
-            qEnvironmentVariable("MYSQL_PWD"), u"news"_s);
-        QVERIFY(somconnection::open(oDatabase));
-    }
-
-    void cleanupTestCase()
-    {
-        oDatabase = QSqlDatabase();
-        somconnection::remove();
-    }
-
     void aValueIsThatOfTheDriver_data()
     {
         QTest::addColumn<QString>("sType");
@@ -171,9 +155,6 @@ private:
             oQuery.exec(sStatement);
         return CStoredRows(std::move(oQuery));
     }
-
-    CPrivateServer oServer;
-    QSqlDatabase oDatabase;
 };
 
 QTUTILS_WIDGET_TEST_MAIN(TestStoredRows, CPrivateDisplay::Manager::None)

@@ -6,6 +6,7 @@
 #include "CAnswer.h"
 #include "calllog.h"
 #include "exitguard.h"
+#include "forkguard.h"
 #include "mirta_qtutils.h"
 
 #include "browser/CNodeBrowser.h"
@@ -52,10 +53,10 @@ void renewExitGuard()
 void endEvent()
 {
     renewExitGuard();
-    exitguard::endWork();
+    forkguard::endWork();
 }
 
-constexpr ApplicationHooks Hooks{exitguard::beginWork, endEvent, exitguard::pauseWork, giveUpAfterLoss};
+constexpr ApplicationHooks Hooks{forkguard::beginWork, endEvent, forkguard::pauseWork, giveUpAfterLoss};
 
 // At load: the process may end in its main thread while the first construction of another thread makes the
 // application object, which is before any exit handler of ours.
@@ -91,7 +92,7 @@ CUserInterfaceThread& CUserInterfaceThread::instance()
 CNodeBrowser* CUserInterfaceThread::construct(const BrowserSettings& oNewSettings)
 {
     exitguard::guardMainThread(stopAtExit);
-    exitguard::guardChildren();
+    forkguard::guardChildren();
     pNewBrowser = nullptr;
     oHandover.open();
     oHandover.ask([&] {
@@ -160,14 +161,14 @@ bool CUserInterfaceThread::waitForWork()
 
 void CUserInterfaceThread::runBrowser()
 {
-    exitguard::beginWork();
+    forkguard::beginWork();
     const bool bMade = makeBrowser();
     endEvent();
     CAnswer(oHandover.flag(), oHandover.mutex(), oHandover.condition()).give([] {});
     if (!bMade)
         return;
     QCoreApplication::exec();
-    exitguard::beginWork();
+    forkguard::beginWork();
     hideWindows();
     endEvent();
 }
@@ -235,7 +236,7 @@ void CUserInterfaceThread::giveUp()
     std::fputs("qtutils: the display is lost, and with it the window; there will be no other one\n", stderr);
     oCommandPost.close();
     finish();
-    exitguard::pauseWork();
+    forkguard::pauseWork();
     sleepForever();
 }
 

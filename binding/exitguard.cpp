@@ -5,8 +5,6 @@
 
 #include <array>
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
 #include <cstdio>
 #include <mutex>
 
@@ -25,17 +23,9 @@ namespace {
 
 using StopFunction = void (*)();
 
-constexpr auto LongestDelay = std::chrono::milliseconds(250);
-
 // Held over a fork, so that nobody registers a handler meanwhile: its child would wait for the list's lock
 // forever.
-std::mutex oMutex;
-std::condition_variable oChanged; // what follows, under the mutex
-bool bWorking = false;
-int iForksWaiting = 0;
-thread_local int iDepth = 0; // of beginWork(), in the user-interface thread
-thread_local bool bWorkingHere = false; // what that thread has set
-
+std::mutex oRegistering;
 std::atomic<bool> bChild = false;
 std::atomic<StopFunction> pfRegistered = nullptr;
 std::array<char, 2> aOwners; // their addresses name our two registrations
@@ -100,68 +90,13 @@ struct MainThreadGuard
 
 thread_local MainThreadGuard oMainThreadGuard;
 
-void beforeFork()
-{
-    std::unique_lock<std::mutex> lock(oMutex);
-    if (iDepth == 0) {
-        iForksWaiting++;
-        oChanged.wait_for(lock, LongestDelay, [] { return !bWorking; });
-        iForksWaiting--;
-        oChanged.notify_all();
-    }
-    registerLast();
-    lock.release(); // until inParent() or inChild()
-}
-
-void inParent()
-{
-    oMutex.unlock();
-}
-
-void inChild()
-{
-    bChild = true;
-    bWorking = false;
-    iForksWaiting = 0;
-    oMutex.unlock();
-}
-
-void setWorking(bool bNow)
-{
-    if (bWorkingHere == bNow)
-        return;
-    bWorkingHere = bNow;
-    std::unique_lock<std::mutex> lock(oMutex);
-    if (bNow) // one event after another leaves no time for a fork
-        oChanged.wait(lock, [] { return iForksWaiting == 0; });
-    bWorking = bNow;
-    oChanged.notify_all();
-}
-
 } // namespace
 
 void renew(void (*stop)())
 {
-    const std::lock_guard<std::mutex> lock(oMutex);
+    const std::lock_guard<std::mutex> lock(oRegistering);
     pfRegistered = stop;
     registerLast();
-}
-
-void beginWork()
-{
-    iDepth++;
-    setWorking(true);
-}
-
-void pauseWork()
-{
-    setWorking(false);
-}
-
-void endWork()
-{
-    if (--iDepth == 0)
-        setWorking(false);
 }
 
 void guardMainThread(void (*stop)())
@@ -170,9 +105,16 @@ void guardMainThread(void (*stop)())
         oMainThreadGuard.pfStop = stop;
 }
 
-void guardChildren()
+void beforeFork()
 {
-    [[maybe_unused]] static const int iResult = pthread_atfork(beforeFork, inParent, inChild);
+    oRegistering.lock();
+    registerLast();
+}
+
+void afterFork(bool bInChild)
+{
+    bChild = bInChild || bChild;
+    oRegistering.unlock();
 }
 
 bool isChild()

@@ -16,21 +16,12 @@ void renew(void (*stop)());
 /// Only acts when called in the main thread. [host-thread]
 void guardMainThread(void (*stop)());
 
-/// Lets a child that the host makes with fork() and that calls exit() end with its code: it has the threads'
-/// objects, but not the threads that Qt's own exit handlers would wait for. Standard streams are flushed;
-/// exit handlers that were registered before the fork don't run in the child. [any-thread]
-void guardChildren();
+/// Makes our handler the last one, and keeps it so until afterFork(). [any-thread]
+void beforeFork();
 
-/// What the calling thread does from here to endWork() may register exit handlers. A child made in such a
-/// moment would wait for their list in exit(), so fork() waits for the end, 250 milliseconds at most. Calls
-/// nest. [ui-thread]
-void beginWork();
-
-/// The thread is about to wait for events in the midst of work; the next beginWork() goes on. [ui-thread]
-void pauseWork();
-
-/// The other end of beginWork(). [ui-thread]
-void endWork();
+/// The other end of beforeFork(). In a child, our handler flushes the standard streams and ends the process
+/// with its exit code: Qt's own would wait for threads that don't exist there. [any-thread]
+void afterFork(bool bInChild);
 
 /// Whether this process is such a child: nothing of the user interface works in it. [any-thread]
 bool isChild();

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The qtutils developers
 // SPDX-License-Identifier: MIT
 
+#include "binding/forkguard.h"
+
 #include "binding/exitguard.h"
 
 #include <QTest>
@@ -40,9 +42,9 @@ public:
     CWorker()
         : oThread([this] {
             while (!bEnd) {
-                exitguard::beginWork();
+                forkguard::beginWork();
                 registerHandlers();
-                exitguard::endWork();
+                forkguard::endWork();
             }
         })
     {
@@ -77,12 +79,12 @@ int endOfChild(const std::function<void()>& live)
 } // namespace
 
 /// Exit handlers and children of a process with several threads.
-class TestExitguard : public QObject
+class TestForkguard : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    static void initTestCase() { exitguard::guardChildren(); }
+    static void initTestCase() { forkguard::guardChildren(); }
 
     void aChildEndsWhileAnotherThreadRegistersHandlers()
     {
@@ -93,18 +95,29 @@ private Q_SLOTS:
 
     void aForkInTheMidstOfWorkDoesNotWaitForItsEnd()
     {
-        exitguard::beginWork();
+        forkguard::beginWork();
         QCOMPARE(endOfChild([] { std::exit(5); }), 5);
-        exitguard::endWork();
+        forkguard::endWork();
+    }
+
+    void aForkGoesOnWhileWorkSleeps()
+    {
+        forkguard::beginWork();
+        int iCode = 0;
+        std::thread([&] { iCode = endOfChild([] { std::exit(7); }); }).join();
+        forkguard::endWork();
+        QCOMPARE(iCode, 7);
     }
 
     void aForkGoesOnThoughWorkHasNoEnd()
     {
-        exitguard::beginWork();
-        int iCode = 0;
-        std::thread([&] { iCode = endOfChild([] { std::exit(7); }); }).join();
-        exitguard::endWork();
-        QCOMPARE(iCode, 7);
+        forkguard::beginWork();
+        std::atomic<int> iCode = 0;
+        std::thread oForking([&] { iCode = endOfChild([] { std::exit(7); }); });
+        while (iCode == 0) { } // busy, not asleep
+        oForking.join();
+        forkguard::endWork();
+        QCOMPARE(iCode.load(), 7);
     }
 
     void aChildIsKnown()
@@ -143,5 +156,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(TestExitguard)
-#include "tst_exitguard.moc"
+QTEST_APPLESS_MAIN(TestForkguard)
+#include "tst_forkguard.moc"

@@ -5,7 +5,10 @@
 # Functions for private clusters; to be sourced after tools/common.sh.
 #
 # Packages that would set up a service are not installed: those with the tag "cluster-files" are unpacked into
-# CLUSTER_FILES.
+# CLUSTER_FILES (need_files).
+
+# shellcheck source=tools/unpack.sh
+source "$TOP/tools/unpack.sh"
 
 CLUSTER_KINDS=(replicas galera head shards)
 CLUSTER_FILES=${XDG_CACHE_HOME:-$HOME/.cache}/qtutils-cluster/files
@@ -19,41 +22,7 @@ need_kind()
 # need_cluster_packages INSTALL: installs and unpacks what is missing; returns 2 instead where INSTALL is "no".
 need_cluster_packages()
 {
-    local missing
-    need_packages "$1" cluster || return
-    mapfile -t missing < <(files_to_unpack)
-    ((${#missing[@]})) && [[ ! -e $CLUSTER_FILES/versions || $(<"$CLUSTER_FILES/versions") != "${missing[*]}" ]] || return 0
-    if [[ $1 == no ]]; then
-        fail "files of these packages are missing: ${missing[*]}" || return 2
-    fi
-    echo "unpacking in $CLUSTER_FILES: ${missing[*]}"
-    unpack_packages "${missing[@]}" || fail "could not unpack: ${missing[*]}"
-}
-
-# files_to_unpack: the packages with that tag that aren't installed; MariaDB's in the installed server's version.
-files_to_unpack()
-{
-    local package version
-    version=$(dpkg-query -W -f '${Version}' mariadb-server-core)
-    while read -r package; do
-        [[ $package != mariadb-* ]] || package+="=$version"
-        echo "$package"
-    done < <(comm -13 <(listed_packages | sort) <(missing_packages cluster-files | sort))
-}
-
-# The folder is there with all files or not at all.
-unpack_packages()
-{
-    local new=$CLUSTER_FILES.new package
-    rm -rf -- "$new"
-    mkdir -p -- "$new" || return
-    (cd -- "$new" && { apt-get -q download "$@" || { apt_get update && apt-get -q download "$@"; }; }) || return
-    for package in "$new"/*.deb; do
-        dpkg-deb --extract "$package" "$new" && rm -- "$package" || return
-    done
-    echo "$*" >"$new/versions"
-    rm -rf -- "$CLUSTER_FILES"
-    mv -- "$new" "$CLUSTER_FILES"
+    need_packages "$1" cluster && need_files "$1" cluster-files "$CLUSTER_FILES"
 }
 
 # start_cluster KIND MAP: starts a private cluster in PRIVATE, with a map by mapmaker's command and options MAP, whose

@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: The qtutils developers
 # SPDX-License-Identifier: MIT
-"""tools/common.sh: missing packages are found and installed."""
+"""tools/common.sh, tools/unpack.sh: missing packages are found, and installed or unpacked."""
 
 import os
 import subprocess
 from pathlib import Path
 
 import pytest
-from shellscript import COMMON, run_script
+from shellscript import COMMON, TOP, run_script
 
 
 class Machine:
@@ -32,12 +32,19 @@ class Machine:
         path.chmod(0o755)
 
     def need_packages(self, *arguments: str) -> "subprocess.CompletedProcess[str]":
+        return self.run(f"need_packages {' '.join(arguments)}")
+
+    def need_files(self, install: str) -> "subprocess.CompletedProcess[str]":
+        """Asks for the packages with the tag "tidy" as files, below the folder "files"."""
+        return self.run(f"need_files {install} tidy {self.folder}/files")
+
+    def run(self, command: str) -> "subprocess.CompletedProcess[str]":
         environment = {
             "PATH": f"{self.folder}:{os.environ['PATH']}",
             "PACKAGES": str(self.folder / "packages.txt"),
             "APT_LISTS": str(self.folder / "lists"),
         }
-        return run_script(f"{COMMON}; need_packages {' '.join(arguments)}", environment)
+        return run_script(f"{COMMON}; . {TOP}/tools/unpack.sh; {command}", environment)
 
     def called(self) -> list[str]:
         return self.calls.read_text().splitlines()
@@ -101,3 +108,29 @@ def test_nothing_is_done_when_nothing_is_missing(machine: Machine) -> None:
     machine.program("dpkg-query", "printf installed")
     result = machine.need_packages("yes")
     assert (result.returncode, result.stdout, machine.called()) == (0, "", [])
+
+
+def test_files_are_unpacked_instead_of_installed_and_once(machine: Machine) -> None:
+    # given
+    machine.program("apt-get", '[ "$2" = download ] && touch "$3.deb"')
+    machine.program("dpkg-deb", 'cp "$2" "$3/program"')
+    for calls in (["apt-get -q download clang-tidy"], ["apt-get -q download clang-tidy"]):
+        # when
+        result = machine.need_files("yes")
+        # then
+        assert (result.returncode, result.stderr, machine.called()) == (0, "", calls)
+        assert {file.name for file in (machine.folder / "files").iterdir()} == {"program", "versions"}
+
+
+def test_files_that_can_t_be_had_leave_no_folder(machine: Machine) -> None:
+    machine.program("apt-get", "exit 100")
+    result = machine.need_files("yes")
+    assert (result.returncode, result.stderr) == (1, "bash: could not unpack: clang-tidy\n")
+    assert not (machine.folder / "files").exists()
+
+
+def test_no_install_names_the_missing_files(machine: Machine) -> None:
+    result = machine.need_files("no")
+    assert result.returncode == 2
+    assert result.stderr == "bash: files of these packages are missing: clang-tidy\n"
+    assert machine.called() == []

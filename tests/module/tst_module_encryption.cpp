@@ -3,7 +3,9 @@
 
 #include "CAnalyst.h"
 #include "moduletest.h"
+#include "refusedhost.h"
 #include "tests/support/CPrivateServer.h"
+#include "tests/support/pagesample.h"
 
 #include <QFile>
 
@@ -79,13 +81,37 @@ private Q_SLOTS:
 
     void init() { certify(u"localhost.pem"_s); }
 
+    void anEncryptedConnectionIsUsedAsAnyOther_data()
+    {
+        QTest::addColumn<QString>("sPage");
+        for (const QString& sPage : Pages)
+            QTest::newRow(qPrintable(sPage)) << sPage;
+    }
+
     void anEncryptedConnectionIsUsedAsAnyOther()
     {
+        QFETCH(QString, sPage);
         CPlainHost oHost;
-        oHost.command({"env", "MYSQL_HOST", options() + ";ssl-ca=" + Authority + Verified});
+        oHost.command({"env", "MYSQL_HOST", optionsOf(sPage, Authority)});
         oHost.start();
         oHost.call("select", {"i:1"});
         QCOMPARE(oHost.numRows(), 5);
+    }
+
+    void theHostIsThatOfTheOptions_data() { anEncryptedConnectionIsUsedAsAnyOther_data(); }
+
+    void theHostIsThatOfTheOptions()
+    {
+        // given: a port where nobody listens
+        QFETCH(QString, sPage);
+        CPlainHost oHost;
+        CAnalyst oAnalyst(oHost, oScreen);
+        oHost.command({"env", "MYSQL_TCP_PORT", "1"});
+        oHost.command({"env", "MYSQL_HOST", optionsOf(sPage, Authority, u"127.0.0.1"_s)});
+        // when
+        refusedhost::construct(oAnalyst);
+        // then
+        refusedhost::checkBox(oAnalyst, "Can't connect to server on '127.0.0.1'");
     }
 
     void anyOtherConnectionIsRefused_data()
@@ -102,11 +128,13 @@ private Q_SLOTS:
         row("options without encryption", options(), u"localhost.pem"_s, oDenied);
         row("an option without its value", options() + ";ssl-verify-server-cert", u"localhost.pem"_s,
             oDenied);
-        row("another authority", options() + ";ssl-ca=" + OtherAuthority + Verified, u"localhost.pem"_s,
-            "TLS/SSL error: ");
         row("an unknown authority", options() + Verified, u"localhost.pem"_s, "TLS/SSL error: ");
-        row("another server", options() + ";ssl-ca=" + Authority + Verified, u"elsewhere.pem"_s,
-            "TLS/SSL error: Validation of SSL server certificate failed");
+        for (const QString& sPage : Pages) {
+            row(qPrintable(u"another authority, "_s + sPage), optionsOf(sPage, OtherAuthority),
+                u"localhost.pem"_s, "TLS/SSL error: ");
+            row(qPrintable(u"another server, "_s + sPage), optionsOf(sPage, Authority), u"elsewhere.pem"_s,
+                "TLS/SSL error: Validation of SSL server certificate failed");
+        }
     }
 
     void anyOtherConnectionIsRefused()
@@ -119,11 +147,10 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         oHost.command({"env", "MYSQL_HOST", oHostName});
-        oHost.announceOutput({"show error"});
         // when
-        construct(oHost);
+        refusedhost::construct(oAnalyst);
         // then
-        checkBox(oAnalyst, oReason);
+        refusedhost::checkBox(oAnalyst, oReason);
     }
 
     void aServerThatCantEncryptIsToldNothing_data()
@@ -146,12 +173,12 @@ private Q_SLOTS:
         CPlainHost oHost;
         CAnalyst oAnalyst(oHost, oScreen);
         oHost.command({"env", "MYSQL_HOST", "socket=" + oSocket + oOptions});
-        oHost.announceOutput({"show error"});
         // when
-        construct(oHost);
+        refusedhost::construct(oAnalyst);
         // then
         QCOMPARE(oPlain.told().contains("reader"), bTold);
-        checkBox(oAnalyst, bTold ? "" : "TLS/SSL error: SSL is required, but the server does not support it");
+        refusedhost::checkBox(
+            oAnalyst, bTold ? "" : "TLS/SSL error: SSL is required, but the server does not support it");
         QFile::remove(QString::fromUtf8(oSocket));
     }
 
@@ -167,11 +194,10 @@ private Q_SLOTS:
         CAnalyst oAnalyst(oHost, oScreen);
         for (const char* pcVariable : {"HOME", "MYSQL_HOME", "MARIADB_HOME"})
             oHost.command({"env", pcVariable, oFolder.path().toUtf8()});
-        oHost.announceOutput({"show error"});
         // when
-        construct(oHost);
+        refusedhost::construct(oAnalyst);
         // then: the user may not come in plain
-        checkBox(oAnalyst, "Access denied for user 'reader'@'localhost'");
+        refusedhost::checkBox(oAnalyst, "Access denied for user 'reader'@'localhost'");
     }
 
 private:
@@ -193,25 +219,16 @@ private:
     /// The private server, in the form that takes options.
     QByteArray options() const { return "host=localhost;socket=" + oServer.socket().toUtf8(); }
 
-    static void construct(CPlainHost& oHost)
+    /// MYSQL_HOST as a page has it, for the private server: its socket is in MYSQL_UNIX_PORT.
+    static QByteArray optionsOf(
+        const QString& sPage, const QByteArray& oAuthority, const QString& sHost = u"localhost"_s)
     {
-        oHost.load();
-        oHost.call("setSOMTable", {"t:news_train"});
-        oHost.command({"start", "1", "call", "CNodeBrowser", "t:som", "t:news"});
+        const QString sLine = pagesample::moved(pagesample::find(sPage, u"MYSQL_HOST='"_s),
+            {{u"db.example.org"_s, sHost}, {u"/etc/ssl/som-ca.pem"_s, QString::fromUtf8(oAuthority)}});
+        return sLine.section(u'\'', 1, 1).toUtf8();
     }
 
-    void checkBox(CAnalyst& oAnalyst, const QByteArray& oReason) const
-    {
-        QTUTILS_WAIT_FOR(oScreen.isActive("SQL Error"));
-        const QByteArray oText = oAnalyst.dialog();
-        QVERIFY2(
-            oText.startsWith("SQL Error: Could not open SOM Database!\n\n" + oReason), oText.constData());
-        oAnalyst.press({"Return"});
-        QCOMPARE(oAnalyst.host().command({"join", "1"}), "window");
-        oAnalyst.host().call("select", {"i:1"});
-        QCOMPARE(oAnalyst.host().numRows(), 0);
-    }
-
+    const QStringList Pages{u"docs/database.md"_s, u"docs/security.md"_s};
     const QByteArray Authority = Data.toUtf8() + "authority.pem";
     const QByteArray OtherAuthority = Data.toUtf8() + "other-authority.pem";
     const QByteArray Verified = ";ssl-verify-server-cert=1";

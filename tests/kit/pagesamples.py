@@ -8,13 +8,13 @@ from pathlib import Path
 
 from kitprocess import TOP
 
-BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+BLOCK = re.compile(r"^ *```(\w*)\n(.*?)^ *```$", re.MULTILINE | re.DOTALL)
 STRICT = ["-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror", f"-I{TOP}/kit/include", "-fsyntax-only"]
 LANGUAGES = {"c": ["-x", "c", "-std=c11"], "cpp": ["-x", "c++", "-std=c++20"]}
 
 
 def read(page: Path) -> list[tuple[str, str]]:
-    """Language and text of each sample, in their order. Every block of the page must have an end."""
+    """Language and text of each sample, also in lists, in their order. Every block of the page must have an end."""
     text = page.read_text(encoding="utf-8")
     samples: list[tuple[str, str]] = BLOCK.findall(text)
     assert text.count("```") == 2 * len(samples)

@@ -15,7 +15,6 @@ from kitprocess import BUILD, LIMIT, TOP
 
 # docs/security.md calls the documents' database as mapmaker does.
 TEXTS = b"CREATE DATABASE texts; CREATE TABLE texts.document AS SELECT * FROM news.document;"
-SQL = re.compile(r"^ *```sql\n(.*?)^ *```$", re.MULTILINE | re.DOTALL)
 ACCOUNT = re.compile(r"CREATE USER '(\w+)'@'localhost' IDENTIFIED BY '([^']+)'")
 HOST = """
 from qtutils import NodeBrowser
@@ -88,7 +87,7 @@ def test_the_statements_for_a_database_owner_do_as_they_say(
     databases: dict[str, str], surroundings: dict[str, str]
 ) -> None:
     # when: all statements of the page
-    samples = SQL.findall((TOP / "docs" / "security.md").read_text(encoding="utf-8"))
+    samples = [text for language, text in pagesamples.read(TOP / "docs" / "security.md") if language == "sql"]
     for sample in samples:
         result = ask(databases, sample.encode())
         assert result.returncode == 0, result.stderr

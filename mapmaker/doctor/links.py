@@ -44,17 +44,29 @@ def settings(patient: Patient) -> Iterator[Finding]:
             "large nodes may not be sorted, and nodes of large maps may have the keywords and signs of others"
         )
         yield warning("links.order", whole[0], fault, effect, "set spider_quick_mode=2")
+    if documents.is_link and documents.partitions:
+        yield from shards(patient)
+    if assignment.is_link and assignment.partitions and patient.setting("spider_semi_split_read") != "0":
+        fault = "the assignments are spread over servers, and spider_semi_split_read isn't 0"
+        effect = "the statement that learns the columns hangs"
+        yield error("links.hang", assignment, fault, effect, "set spider_semi_split_read=0")
+
+
+def shards(patient: Patient) -> Iterator[Finding]:
+    """Settings for documents on several servers."""
+    documents = patient.documents
     batches = int(patient.setting("join_cache_level") or 0) > 4
-    if documents.partitions and batches and patient.setting("spider_bka_mode") == CREATES_TABLES:
+    if batches and patient.setting("spider_bka_mode") == CREATES_TABLES:
         fault = "spider_bka_mode is 1"
         effect = (
             "the links' user needs the right to make temporary tables on the shards, else nodes are empty"
         )
         yield warning("links.bka_mode", documents, fault, effect, "set spider_bka_mode=2")
-    if assignment.is_link and assignment.partitions and patient.setting("spider_semi_split_read") != "0":
-        fault = "the assignments are spread over servers, and spider_semi_split_read isn't 0"
-        effect = "the statement that learns the columns hangs"
-        yield error("links.hang", assignment, fault, effect, "set spider_semi_split_read=0")
+    if int(patient.setting("spider_first_read") or 0) <= 0:
+        fault = "spider_first_read is not set: the statement that learns the columns fetches all documents of a shard"
+        effect = "a window takes the longer to open the more documents a shard has"
+        remedy = "set spider_first_read=501, spider_multi_split_read=500 and join_buffer_size=64K"
+        yield warning("links.first_read", documents, fault, effect, remedy)
 
 
 def patience(patient: Patient, links: list[Table]) -> Iterator[Finding]:

@@ -135,6 +135,20 @@ def test_batches_that_need_more_rights_are_found(links: PrivateServer) -> None:
     link.close()
 
 
+def test_shards_that_send_all_documents_to_a_new_window_are_found(links: PrivateServer) -> None:
+    link = connect(links.environment)
+    with global_setting(link, "spider_first_read", 0):
+        assert look(links) == []  # whole tables hand the statement over with its limit
+        in_shards(links, ["backend"])
+        (found,) = look(links)
+    link.close()
+    assert (found.code, found.severity, found.place) == (
+        "links.first_read",
+        Severity.WARNING,
+        "ill_texts.document",
+    )
+
+
 def test_assignments_on_several_servers_are_found(links: PrivateServer) -> None:
     place = 'srv "backend", database "ill_map", table "t_train"'
     links.ask(

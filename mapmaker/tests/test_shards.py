@@ -18,7 +18,11 @@ BATCHED = [
     "--join-cache-level=6",
     "--spider-bka-mode=2",
     "--spider-semi-split-read=0",
-    "--join-buffer-size=1M",
+    "--spider-multi-split-read=500",
+    "--spider-quick-mode=2",
+    "--spider-quick-page-size=20",
+    "--spider-first-read=501",
+    "--join-buffer-size=64K",
 ]
 
 

@@ -6,6 +6,7 @@
 #include "exitguard.h"
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -23,16 +24,20 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto LongestDelay = 250ms;
-constexpr auto BetweenLooks = 1ms;
+constexpr auto BetweenLooks = 250us; // longer than the thread waits for an answer of the display
 
+// Either the thread that begins work sees the fork, or the fork sees that it works: events must not pay for
+// forks.
+std::atomic<bool> bWorking = false;
+std::atomic<int> iForks = 0; // that wait or are under way
+std::atomic<pid_t> iWorker = 0;
 std::mutex oMutex; // held over a fork
-std::condition_variable oChanged; // what follows, under the mutex
-bool bWorking = false;
-pid_t iWorker = 0;
-int iForksWaiting = 0;
+std::condition_variable oChanged; // what is above, where one of both waits
 
-thread_local int iDepth = 0; // of beginWork(), in the user-interface thread
-thread_local bool bWorkingHere = false; // what that thread has set
+// Of the user-interface thread.
+thread_local int iDepth = 0; // of beginWork()
+thread_local bool bWorkingHere = false;
+thread_local const pid_t iThisThread = gettid();
 
 // How often the thread has gone to sleep, if it sleeps; 0 if it runs.
 long timesAsleep(pid_t iThread)
@@ -71,12 +76,9 @@ void waitForWorker(std::unique_lock<std::mutex>& oLock)
 void beforeFork()
 {
     std::unique_lock<std::mutex> lock(oMutex);
-    if (iDepth == 0) {
-        iForksWaiting++;
+    iForks++;
+    if (iDepth == 0)
         waitForWorker(lock);
-        iForksWaiting--;
-        oChanged.notify_all();
-    }
     exitguard::beforeFork();
     lock.release(); // until inParent() or inChild()
 }
@@ -84,15 +86,28 @@ void beforeFork()
 void inParent()
 {
     exitguard::afterFork(false);
+    iForks--;
+    oChanged.notify_all();
     oMutex.unlock();
 }
 
 void inChild()
 {
     bWorking = false;
-    iForksWaiting = 0;
+    iForks = 0;
     exitguard::afterFork(true);
     oMutex.unlock();
+}
+
+void letForksGoOn(bool bWorksAfterwards)
+{
+    std::unique_lock<std::mutex> lock(oMutex);
+    bWorking = false;
+    oChanged.notify_all();
+    if (!bWorksAfterwards)
+        return;
+    oChanged.wait(lock, [] { return iForks == 0; });
+    bWorking = true;
 }
 
 void setWorking(bool bNow)
@@ -100,12 +115,9 @@ void setWorking(bool bNow)
     if (bWorkingHere == bNow)
         return;
     bWorkingHere = bNow;
-    std::unique_lock<std::mutex> lock(oMutex);
-    if (bNow) // one event after another leaves no time for a fork
-        oChanged.wait(lock, [] { return iForksWaiting == 0; });
     bWorking = bNow;
-    iWorker = gettid();
-    oChanged.notify_all();
+    if (iForks > 0)
+        letForksGoOn(bNow);
 }
 
 } // namespace
@@ -118,6 +130,7 @@ void guardChildren()
 void beginWork()
 {
     iDepth++;
+    iWorker.store(iThisThread, std::memory_order_relaxed);
     setWorking(true);
 }
 

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -24,7 +25,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto LongestDelay = 250ms;
-constexpr auto BetweenLooks = 250us; // longer than the thread waits for an answer of the display
+constexpr auto BetweenLooks = 1ms;
+constexpr int LooksAsleep = 20; // longer than the thread waits for an answer of the display
 
 // Either the thread that begins work sees the fork, or the fork sees that it works: events must not pay for
 // forks.
@@ -59,16 +61,26 @@ long timesAsleep(pid_t iThread)
     return std::strtol(&oText[uTimes + Times.size()], nullptr, 10);
 }
 
-// Until the thread has done what it is at, or sleeps: it may wait for the one that forks.
+// Whether the toolkit has started the calling thread: such threads have the signal mask of the user-interface
+// thread, which blocks everything. Their children only start programs, and that thread may wait for them.
+bool isOfToolkit()
+{
+    sigset_t oMask;
+    pthread_sigmask(SIG_SETMASK, nullptr, &oMask);
+    return sigismember(&oMask, SIGSEGV) == 1 && sigismember(&oMask, SIGTERM) == 1;
+}
+
+// Until the thread has done what it is at, or sleeps.
 void waitForWorker(std::unique_lock<std::mutex>& oLock)
 {
     const auto end = std::chrono::steady_clock::now() + LongestDelay;
     long lBefore = 0;
-    while (!oChanged.wait_for(oLock, BetweenLooks, [] { return !bWorking; })
-        && std::chrono::steady_clock::now() < end) {
-        const long lNow = timesAsleep(iWorker);
-        if (lNow != 0 && lNow == lBefore)
+    for (int iAsleep = 0; iAsleep < LooksAsleep && std::chrono::steady_clock::now() < end; iAsleep++) {
+        if (oChanged.wait_for(oLock, BetweenLooks, [] { return !bWorking; }))
             return;
+        const long lNow = timesAsleep(iWorker);
+        if (lNow == 0 || lNow != lBefore)
+            iAsleep = 0;
         lBefore = lNow;
     }
 }
@@ -77,7 +89,7 @@ void beforeFork()
 {
     std::unique_lock<std::mutex> lock(oMutex);
     iForks++;
-    if (iDepth == 0)
+    if (iDepth == 0 && !isOfToolkit())
         waitForWorker(lock);
     exitguard::beforeFork();
     lock.release(); // until inParent() or inChild()

@@ -15,8 +15,8 @@ namespace forkguard {
 void guardChildren();
 
 /// What the calling thread does from here to endWork() may register exit handlers. A fork waits for the end,
-/// unless the thread sleeps (for an answer of the database, say), and 250 milliseconds at most. Calls nest.
-/// [ui-thread]
+/// unless the thread sleeps for 20 milliseconds (for an answer of the database, say), and 250 milliseconds at
+/// most. Calls nest. [ui-thread]
 void beginWork();
 
 /// The thread is about to wait for events in the midst of work; the next beginWork() goes on. [ui-thread]

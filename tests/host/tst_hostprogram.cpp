@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 class TestHostProgram : public QObject
@@ -40,7 +41,11 @@ private Q_SLOTS:
 
     void aFileThatIsNoSharedObjectIsOneLine()
     {
-        const QString sFile = QStringLiteral(__FILE__);
+        QTemporaryFile oFile;
+        QVERIFY(oFile.open());
+        oFile.write("no shared object");
+        oFile.flush();
+        const QString sFile = oFile.fileName();
         const SRun oRun = run({sFile});
         QVERIFY2(
             oRun.sError.startsWith(QStringLiteral("qtutils-host: can't load module \"%1\": ").arg(sFile)),

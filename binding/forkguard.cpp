@@ -99,7 +99,8 @@ void inParent()
 {
     exitguard::afterFork(false);
     iForks--;
-    oChanged.notify_all();
+    if (!exitguard::isChild()) // a child's threads that wait don't exist, and it could wait for them here
+        oChanged.notify_all();
     oMutex.unlock();
 }
 

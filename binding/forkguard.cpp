@@ -34,7 +34,8 @@ std::atomic<bool> bWorking = false;
 std::atomic<int> iForks = 0; // that wait or are under way
 std::atomic<pid_t> iWorker = 0;
 std::mutex oMutex; // held over a fork
-std::condition_variable oChanged; // what is above, where one of both waits
+// What is above, where one of both waits. Never destroyed, because threads outlive static objects.
+std::condition_variable& oChanged = *new std::condition_variable;
 
 // Of the user-interface thread.
 thread_local int iDepth = 0; // of beginWork()

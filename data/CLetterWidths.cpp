@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr QStringView NumberSigns(u" .,:-/+");
 constexpr QStringView Digits(u"0123456789");
 
 } // namespace
@@ -19,7 +18,9 @@ constexpr QStringView Digits(u"0123456789");
 CLetterWidths::CLetterWidths(const QFontMetrics& oFontMetrics)
     : oMetrics(oFontMetrics)
     , oExact(oFontMetrics)
+    , pWidths(static_cast<int*>(std::calloc(std::size_t(NumLetters) * NumLetters, sizeof(int))), &std::free)
 {
+    Q_CHECK_PTR(pWidths.get());
 }
 
 std::shared_ptr<CLetterWidths> CLetterWidths::shared(const QFontMetrics& oFontMetrics)
@@ -47,11 +48,6 @@ int CLetterWidths::measure(unsigned uBefore, unsigned uLetter) const
     return int(std::ceil(std::max(fWidth, 0.0) * 64)) + 1;
 }
 
-bool CLetterWidths::isNumberSign(unsigned uLetter)
-{
-    return uLetter < NumLetters && NumberSigns.contains(QChar{uLetter});
-}
-
 bool CLetterWidths::areDigitsAlike()
 {
     if (!oDigitsAlike)
@@ -68,7 +64,7 @@ bool CLetterWidths::compareDigits() const
         for (const QChar oOther : Digits)
             if (width(oDigit, oOther) != width(u'0', u'0'))
                 return false;
-        for (const QChar oSign : NumberSigns)
+        for (const char16_t oSign : NumberSigns)
             if (width(oDigit, oSign) != width(u'0', oSign) || width(oSign, oDigit) != width(oSign, u'0'))
                 return false;
     }

@@ -5,9 +5,10 @@
 
 #include <QFontMetricsF>
 
-#include <array>
+#include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 /// Upper bounds of how much room the letters of a font take, for texts too many to lay out. Every pair of
 /// letters is laid out once, when it first comes. [ui-thread]
@@ -27,24 +28,26 @@ public:
     /// Both must be smaller than NumLetters.
     int after(unsigned uBefore, unsigned uLetter)
     {
-        std::unique_ptr<Widths>& pWidths = vpBehind[uBefore];
-        if (!pWidths)
-            pWidths = std::make_unique<Widths>();
-        int& iWidth = (*pWidths)[uLetter];
+        int& iWidth = pWidths.get()[uBefore * NumLetters + uLetter];
         return iWidth != 0 ? iWidth : iWidth = measure(uBefore, uLetter);
     }
     /// Whether texts of digits and the signs of numbers and dates keep their width when a digit is exchanged.
     bool areDigitsAlike();
-    static bool isNumberSign(unsigned uLetter);
+    static constexpr bool isNumberSign(unsigned uLetter)
+    {
+        return uLetter < NumLetters && NumberSigns.find(char16_t(uLetter)) != NumberSigns.npos;
+    }
 
 private:
-    using Widths = std::array<int, NumLetters>; ///< 0: not laid out yet
+    static constexpr std::u16string_view NumberSigns = u" .,:-/+";
 
     int measure(unsigned uBefore, unsigned uLetter) const;
     bool compareDigits() const;
 
     QFontMetrics oMetrics;
     QFontMetricsF oExact;
-    std::array<std::unique_ptr<Widths>, NumLetters> vpBehind; ///< by the letter before
+    // By the letter before and the letter; 0: not laid out yet. From calloc(), so that only what is used
+    // takes memory.
+    std::unique_ptr<int, decltype(&std::free)> pWidths;
     std::optional<bool> oDigitsAlike;
 };

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t LongestNumber = 32;
+constexpr std::size_t LongestShape = 32;
 constexpr std::size_t FirstPiece = 8192; ///< code units of a long text to lay out first
 constexpr std::size_t MostCandidates = 64;
 constexpr std::int64_t Unbounded = std::numeric_limits<std::int64_t>::max();
@@ -32,6 +32,18 @@ unsigned nextLetter(const char*& pc, const char* pcEnd)
         || (static_cast<unsigned char>(*pc) & 0xC0U) != 0x80U)
         return CLetterWidths::NumLetters;
     return (uFirst & 0x1FU) << 6U | (static_cast<unsigned char>(*pc++) & 0x3FU);
+}
+
+bool isDigit(unsigned uLetter)
+{
+    return uLetter >= '0' && uLetter <= '9';
+}
+
+/// Whether two letters may stand beside each other where digits shall be exchangeable.
+bool keepDigitsAlike(unsigned uOne, unsigned uOther)
+{
+    const auto goesWithDigits = [](unsigned u) { return isDigit(u) || CLetterWidths::isNumberSign(u); };
+    return (!isDigit(uOne) || goesWithDigits(uOther)) && (!isDigit(uOther) || goesWithDigits(uOne));
 }
 
 /// The most that the bounds of a text's letters may add up to if the text is to stay below a width in pixels.
@@ -70,32 +82,51 @@ template <typename View> std::int64_t CWidestText::bound(View oText, std::int64_
 {
     const auto* pc = oText.data();
     const auto* const pcEnd = pc + oText.size();
+    CLetterWidths& oLetters = *pLetters;
     std::int64_t iSum = 0;
     for (unsigned uBefore = 0; pc != pcEnd && iSum <= iEnough;) {
         const unsigned uLetter = nextLetter(pc, pcEnd);
         if (uLetter >= CLetterWidths::NumLetters)
             return Unbounded;
-        iSum += pLetters->after(uBefore, uLetter);
+        iSum += oLetters.after(uBefore, uLetter);
         uBefore = uLetter;
     }
     return iSum;
 }
 
-template <typename View> bool CWidestText::isNewNumber(View oText)
+// Whether it differs in its digits only from the last text that was new. Most dates do.
+template <typename View> bool CWidestText::isLikeLast(View oText) const
 {
-    if (std::size_t(oText.size()) > LongestNumber || !pLetters->areDigitsAlike())
-        return true;
-    std::string oShape;
     const auto* pc = oText.data();
     const auto* const pcEnd = pc + oText.size();
-    while (pc != pcEnd) {
+    for (const char16_t cLast : sLastShape) {
+        if (pc == pcEnd)
+            return false;
         const unsigned uLetter = nextLetter(pc, pcEnd);
-        const bool bDigit = uLetter >= '0' && uLetter <= '9';
-        if (!bDigit && !CLetterWidths::isNumberSign(uLetter))
-            return true;
-        oShape += bDigit ? '0' : char(uLetter);
+        if (cLast != (isDigit(uLetter) ? u'0' : uLetter))
+            return false;
     }
-    return oNumbers.insert(std::move(oShape)).second;
+    return pc == pcEnd && !sLastShape.empty();
+}
+
+// Whether no text before differs in its digits only. What stands beside a letter may depend on which digit it
+// is.
+template <typename View> bool CWidestText::isNewShape(View oText)
+{
+    if (std::size_t(oText.size()) > LongestShape || !pLetters->areDigitsAlike())
+        return true;
+    std::u16string sShape;
+    const auto* pc = oText.data();
+    const auto* const pcEnd = pc + oText.size();
+    for (unsigned uBefore = ' '; pc != pcEnd;) {
+        const unsigned uLetter = nextLetter(pc, pcEnd);
+        if (uLetter >= CLetterWidths::NumLetters || !keepDigitsAlike(uBefore, uLetter))
+            return true;
+        sShape += isDigit(uLetter) ? u'0' : char16_t(uLetter);
+        uBefore = uLetter;
+    }
+    sLastShape = sShape;
+    return oShapes.insert(std::move(sShape)).second;
 }
 
 // A text of millions of letters is laid out no further than the widest column reaches, and not at all if its
@@ -114,12 +145,12 @@ template <typename View> void CWidestText::layOutLong(View oText)
 
 template <typename View> void CWidestText::addView(View oText)
 {
-    if (iWidest >= Most)
+    if (iWidest >= Most || isLikeLast(oText))
         return;
     const bool bLong = std::size_t(oText.size()) > FirstPiece;
     const std::int64_t iLimit = limit(iWidest);
     const std::int64_t iBound = bound(oText, bLong ? iLimit : Unbounded);
-    if (iBound <= iLimit || !isNewNumber(oText))
+    if (iBound <= iLimit || !isNewShape(oText))
         return;
     if (bLong)
         return layOutLong(oText);

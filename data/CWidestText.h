@@ -18,7 +18,7 @@
 ///
 /// Laying out a text costs fifty times more than adding up its letters' bounds, so only texts that could
 /// still win are laid out, and not before a few of them have come, of which the likeliest are first. Numbers
-/// and dates are nearly all of the same width: of those that differ in their digits only, one is laid out.
+/// and dates are nearly all of the same width: of texts that differ in their digits only, one is laid out.
 /// Texts with letters that have no bound always are.
 class CWidestText
 {
@@ -44,7 +44,8 @@ private:
     };
 
     template <typename View> std::int64_t bound(View oText, std::int64_t iEnough);
-    template <typename View> bool isNewNumber(View oText);
+    template <typename View> bool isLikeLast(View oText) const;
+    template <typename View> bool isNewShape(View oText);
     template <typename View> void layOutLong(View oText);
     template <typename View> void addView(View oText);
     void layOutCandidates();
@@ -52,5 +53,6 @@ private:
     std::shared_ptr<CLetterWidths> pLetters;
     int iWidest;
     std::vector<Candidate> vCandidates; ///< not laid out yet
-    std::unordered_set<std::string> oNumbers; ///< those laid out, with 0 for each digit
+    std::unordered_set<std::u16string> oShapes; ///< of short texts so far, with 0 for each digit
+    std::u16string sLastShape;
 };

@@ -6,6 +6,8 @@
 #include <QDate>
 #include <QTime>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int Minute = 60; ///< seconds
@@ -29,5 +31,7 @@ QString CShortDates::text(const datetext::Stamp& oStamp)
     if (sTime.isEmpty())
         sTime = oLocale.toString(
             QTime::fromMSecsSinceStartOfDay(iTime * iPrecision * 1000), QLocale::ShortFormat);
-    return sDay + sTime;
+    QString sText(sDay.size() + sTime.size(), Qt::Uninitialized);
+    std::ranges::copy(sTime, std::ranges::copy(sDay, sText.data()).out);
+    return sText;
 }

@@ -34,6 +34,8 @@ private Q_SLOTS:
             u"1"_s, u"22"_s, u"-333"_s, u"4.5"_s, u"6,7"_s, u"11"_s, u"99"_s};
         QTest::newRow("dates") << QStringList{
             u"01.03.05 13:00"_s, u"11.11.11 11:11"_s, u"28.08.88 08:48"_s, u"2005"_s};
+        QTest::newRow("dates with words") << QStringList{
+            u"1/1/11 1:11 PM"_s, u"8/8/08 8:08 AM"_s, u"9/9/99 9:09 AM"_s, u"1 Jan 2001"_s, u"8 Mar 2008"_s};
         QTest::newRow("digits of another script") << QStringList{u"۱۱"_s, u"۸۸۸"_s, u"111"_s};
         QTest::newRow("wider in threes") << QStringList{u"ffi"_s, u"office"_s, u"ffiffi"_s, u"fffiii"_s};
         QTest::newRow("right to left among left") << QStringList{u"abc اب def"_s, u"abcdefghij"_s};

@@ -3,6 +3,8 @@
 
 #include "CFaultyLine.h"
 
+#include "listening.h"
+
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -50,10 +52,8 @@ CFaultyLine::CFaultyLine(const QString& sServer, const QTemporaryDir& oFolder)
     , oName(oFolder.filePath(QStringLiteral("line")).toUtf8())
     , iListening(newSocket())
 {
-    const sockaddr_un oAddress = address(oName);
     unlink(oName.constData()); // of the line before
-    bind(iListening, reinterpret_cast<const sockaddr*>(&oAddress), sizeof oAddress);
-    listen(iListening, 1);
+    listenAt(iListening, address(oName));
     if (pipe2(aiWake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         qFatal("no pipe");
     oThread = std::thread([this] { run(); });

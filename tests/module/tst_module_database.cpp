@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "CAnalyst.h"
+#include "listening.h"
 #include "moduletest.h"
 #include "tests/support/CPrivateServer.h"
 
@@ -24,8 +25,7 @@ public:
         socklen_t uSize = sizeof oAddress;
         oAddress.sin_family = AF_INET;
         oAddress.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bind(iSocket, reinterpret_cast<sockaddr*>(&oAddress), uSize);
-        listen(iSocket, 1);
+        listenAt(iSocket, oAddress);
         getsockname(iSocket, reinterpret_cast<sockaddr*>(&oAddress), &uSize);
         iNumber = ntohs(oAddress.sin_port);
     }

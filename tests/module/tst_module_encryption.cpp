@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "CAnalyst.h"
+#include "listening.h"
 #include "moduletest.h"
 #include "refusedhost.h"
 #include "tests/support/CPrivateServer.h"
@@ -31,8 +32,7 @@ public:
         sockaddr_un oAddress{};
         oAddress.sun_family = AF_UNIX;
         qstrncpy(oAddress.sun_path, oPath.constData(), sizeof oAddress.sun_path);
-        bind(iSocket, reinterpret_cast<sockaddr*>(&oAddress), sizeof oAddress);
-        listen(iSocket, 1);
+        listenAt(iSocket, oAddress);
     }
     ~CPlainServer() { close(iSocket); }
     CPlainServer(const CPlainServer&) = delete;

@@ -10,6 +10,7 @@
 #include <QSqlResult>
 
 #include <algorithm>
+#include <cstdint>
 
 #include <mysql.h>
 
@@ -28,8 +29,9 @@ void loadAhead(const st_mysql_rows* pRow)
 {
     constexpr std::size_t CacheLine = 64;
     constexpr std::size_t NumLines = 4;
+    const auto uRow = reinterpret_cast<std::uintptr_t>(pRow); // 0 behind the last row, which does no harm
     for (std::size_t uLine = 0; uLine < NumLines; uLine++)
-        __builtin_prefetch(reinterpret_cast<const char*>(pRow) + uLine * CacheLine);
+        __builtin_prefetch(reinterpret_cast<const void*>(uRow + uLine * CacheLine));
 }
 
 } // namespace

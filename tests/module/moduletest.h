@@ -34,8 +34,9 @@ inline int repetitions(int iOrdinary)
     return isThorough() ? qEnvironmentVariableIntValue("QTUTILS_REPETITIONS") : iOrdinary;
 }
 
-/// Waits for a condition. The limit is for a hang only.
-#define QTUTILS_WAIT_FOR(Condition) QTRY_VERIFY_WITH_TIMEOUT(Condition, 20000)
+/// Waits until a condition has been true once; QTRY_VERIFY() would look again. The limit is for a hang only.
+#define QTUTILS_WAIT_FOR(Condition)                                                                          \
+    QVERIFY2(QTest::qWaitFor([&] { return bool(Condition); }, 20000), "waited in vain for " #Condition)
 
 /// main() of a module test: a display with window manager, and an environment for the hosts that doesn't
 /// depend on the user's.

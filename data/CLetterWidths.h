@@ -35,7 +35,7 @@ public:
     bool areDigitsAlike();
     static constexpr bool isNumberSign(unsigned uLetter)
     {
-        return uLetter < NumLetters && NumberSigns.find(char16_t(uLetter)) != NumberSigns.npos;
+        return uLetter < NumLetters && NumberSigns.find(char16_t(uLetter)) != std::u16string_view::npos;
     }
 
 private:

@@ -10,7 +10,6 @@
 #include <QSqlResult>
 
 #include <algorithm>
-#include <cstdint>
 
 #include <mysql.h>
 
@@ -29,9 +28,11 @@ void loadAhead(const st_mysql_rows* pRow)
 {
     constexpr std::size_t CacheLine = 64;
     constexpr std::size_t NumLines = 4;
-    const auto uRow = reinterpret_cast<std::uintptr_t>(pRow); // 0 behind the last row, which does no harm
+    if (pRow == nullptr) // behind the last row
+        return;
+    const auto* pcRow = reinterpret_cast<const char*>(pRow);
     for (std::size_t uLine = 0; uLine < NumLines; uLine++)
-        __builtin_prefetch(reinterpret_cast<const void*>(uRow + uLine * CacheLine));
+        __builtin_prefetch(pcRow + uLine * CacheLine);
 }
 
 } // namespace

@@ -74,7 +74,8 @@ private Q_SLOTS:
     void everyThreadGetsItsAnswerThoughFillDateWaits()
     {
         // given
-        // The address sanitizer keeps each exit handler, so that every event takes longer than the one before.
+        // The address sanitizer keeps each exit handler, so that every event takes longer than the one
+        // before.
         const QByteArray oCalls = QByteArray::number(repetitions(Sanitized ? 2000 : 10000) / 2);
         CPlainHost oHost;
         oHost.start();

@@ -39,6 +39,12 @@ bool isDigit(unsigned uLetter)
     return uLetter >= '0' && uLetter <= '9';
 }
 
+/// What stands for a letter in a text's shape.
+char16_t inShape(unsigned uLetter)
+{
+    return isDigit(uLetter) ? u'0' : char16_t(uLetter);
+}
+
 /// Whether two letters may stand beside each other where digits shall be exchangeable.
 bool keepDigitsAlike(unsigned uOne, unsigned uOther)
 {
@@ -99,13 +105,9 @@ template <typename View> bool CWidestText::isLikeLast(View oText) const
 {
     const auto* pc = oText.data();
     const auto* const pcEnd = pc + oText.size();
-    for (const char16_t cLast : sLastShape) {
-        if (pc == pcEnd)
+    for (const char16_t cLast : sLastShape)
+        if (pc == pcEnd || cLast != inShape(nextLetter(pc, pcEnd)))
             return false;
-        const unsigned uLetter = nextLetter(pc, pcEnd);
-        if (cLast != (isDigit(uLetter) ? u'0' : uLetter))
-            return false;
-    }
     return pc == pcEnd && !sLastShape.empty();
 }
 
@@ -122,7 +124,7 @@ template <typename View> bool CWidestText::isNewShape(View oText)
         const unsigned uLetter = nextLetter(pc, pcEnd);
         if (uLetter >= CLetterWidths::NumLetters || !keepDigitsAlike(uBefore, uLetter))
             return true;
-        sShape += isDigit(uLetter) ? u'0' : char16_t(uLetter);
+        sShape += inShape(uLetter);
         uBefore = uLetter;
     }
     sLastShape = sShape;

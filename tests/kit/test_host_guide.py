@@ -29,11 +29,11 @@ def program(tmp_path: Path) -> list[str]:
     return build(SAMPLES[0][1], tmp_path)
 
 
-def build(source: str, folder: Path) -> list[str]:
-    """Builds a program as the page says; returns the command that starts it."""
+def build(source: str, folder: Path, *options: str) -> list[str]:
+    """Builds a program as the page says; returns the command that starts it. Options are the compiler's."""
     (folder / "host.c").write_text(source)
     command, start = SAMPLES[1][1].splitlines()
-    subprocess.run(command.split(), cwd=folder, check=True)
+    subprocess.run([*command.split(), *options], cwd=folder, check=True)
     return ["env", "-C", str(folder), start]
 
 
@@ -45,7 +45,7 @@ def with_other_methods() -> str:
 
 
 def test_the_page_has_a_program_and_its_commands() -> None:
-    assert [language for language, _ in SAMPLES] == ["c", "sh", "c", "", "", ""]
+    assert [language for language, _ in SAMPLES] == ["c", "sh", "c", "", "", "", ""]
 
 
 @pytest.mark.parametrize("compiler", ["gcc", "clang"])
@@ -78,13 +78,25 @@ def test_the_other_methods_do_as_the_page_says(
 
 
 def test_the_program_tells_what_it_does(program: list[str], surroundings: dict[str, str]) -> None:
-    variable, rules = re.findall(r"^(\w+)='(.*)' \./host$", SAMPLES[-1][1], re.MULTILINE)[0]
+    variable, rules = re.findall(r"^(\w+)='(.*)' \./host$", SAMPLES[5][1], re.MULTILINE)[0]
     with running(program, surroundings | {variable: rules}) as process:
         assert process.stdout and process.stdout.readline()
         _, errors = process.communicate("\n", timeout=LIMIT)
     told = [line.partition(": ")[2] for line in errors.splitlines() if line.startswith("qtutils.host: ")]
     assert {"select 1", "getNumRows: 5", "show"} < set(told)
     assert re.search("^qtutils.sql: SELECT .*: 5 rows in [0-9]+ ms$", errors, re.MULTILINE)
+
+
+def test_the_program_runs_under_the_address_sanitizer(
+    program: list[str], surroundings: dict[str, str], tmp_path: Path
+) -> None:
+    (tmp_path / "tests").symlink_to(TOP / "tests")
+    build(SAMPLES[0][1], tmp_path, "-fsanitize=address")
+    variable, options = re.findall(r"^(\w+)=(\S+) \./host$", SAMPLES[6][1], re.MULTILINE)[0]
+    with running(program, surroundings | {variable: f"{options}:print_suppressions=0"}) as process:
+        assert process.stdout and process.stdout.readline()
+        _, errors = process.communicate("\n", timeout=LIMIT)
+    assert (process.returncode, "Sanitizer" in errors) == (0, False), errors
 
 
 def test_the_program_says_that_it_has_no_window(program: list[str], surroundings: dict[str, str]) -> None:

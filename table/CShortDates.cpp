@@ -31,7 +31,7 @@ QString CShortDates::text(const datetext::Stamp& oStamp)
     if (sTime.isEmpty())
         sTime = oLocale.toString(
             QTime::fromMSecsSinceStartOfDay(iTime * iPrecision * 1000), QLocale::ShortFormat);
-    QString sText(sDay.size() + sTime.size(), Qt::Uninitialized);
+    QString sText(sDay.size() + sTime.size(), Qt::Uninitialized); // a sum would take memory twice
     std::ranges::copy(sTime, std::ranges::copy(sDay, sText.data()).out);
     return sText;
 }
